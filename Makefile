@@ -1,0 +1,30 @@
+# The two commands of the README. Each installs what is missing, configures and builds first.
+PRESET ?= debug
+BUILD_DIR := build/$(PRESET)
+
+.PHONY: all deps configure build run test bench clean
+
+all: build
+
+deps:
+	@./scripts/install-deps
+
+configure: deps
+	@cmake --preset $(PRESET) >/dev/null
+
+build: configure
+	@cmake --build --preset $(PRESET)
+
+# The terminal view of the sessions until the tray application exists.
+run: build
+	@$(BUILD_DIR)/bin/tovrin status --follow
+
+test: build
+	@ctest --preset $(PRESET)
+
+bench:
+	@$(MAKE) --no-print-directory build PRESET=release
+	@build/release/bench/tovrin_refresh_bench
+
+clean:
+	@rm -rf build

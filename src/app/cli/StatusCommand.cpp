@@ -1,0 +1,65 @@
+#include "app/cli/StatusCommand.h"
+
+#include "app/SessionTracking.h"
+#include "core/Iso8601.h"
+#include "platform/qt/QtMainLoop.h"
+#include "ui/viewmodels/StatusReport.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+namespace tovrin {
+namespace {
+
+enum class Mode { text, json, follow };
+
+void write(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
+std::string followScreen(const std::vector<AgentSession>& sessions, TimePoint now, bool terminal) {
+    std::string screen = terminal ? "\x1b[H\x1b[2J" : "\n";
+    screen += "Tovrin \u00B7 " + std::to_string(sessions.size()) + " session" + (sessions.size() == 1 ? "" : "s") +
+              " \u00B7 refreshed " + formatIso8601(now) + " \u00B7 Ctrl-C to quit\n\n";
+    return screen + StatusReport::text(sessions, now);
+}
+
+} // namespace
+
+int runStatusCommand(int argc, char** argv) {
+    Mode mode = Mode::text;
+    for (int i = 2; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--json") mode = Mode::json;
+        else if (arg == "--follow") mode = Mode::follow;
+        else {
+            std::fprintf(stderr, "tovrin status: unknown option %s\nUsage: tovrin status [--json | --follow]\n",
+                         arg.c_str());
+            return 2;
+        }
+    }
+
+    QCoreApplication app(argc, argv);
+    QtMainLoop loop;
+    SystemClock clock;
+    SessionTracking tracking(loop, clock);
+
+    if (mode != Mode::follow) {
+        tracking.store.refresh();
+        const auto& sessions = tracking.store.sessions();
+        write(mode == Mode::json ? StatusReport::json(sessions) : StatusReport::text(sessions, clock.now()));
+        return 0;
+    }
+
+    const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+    // Each publication carries the new list; draw it as it arrives.
+    auto redraw = tracking.store.sessions.observe(
+        [&](const std::vector<AgentSession>& sessions) { write(followScreen(sessions, clock.now(), terminal)); });
+    tracking.store.start();
+    return QCoreApplication::exec();
+}
+
+} // namespace tovrin

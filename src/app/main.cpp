@@ -1,0 +1,25 @@
+#include "app/cli/StatusCommand.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr const char* usage = "Usage: tovrin <command>\n"
+                              "\n"
+                              "Commands:\n"
+                              "  status            print the live session list once\n"
+                              "  status --json     print it as JSON for scripts\n"
+                              "  status --follow   keep the list on screen, redrawn on every change\n";
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 2 && std::strcmp(argv[1], "status") == 0) return tovrin::runStatusCommand(argc, argv);
+    if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "help") == 0)) {
+        std::fputs(usage, stdout);
+        return 0;
+    }
+    std::fputs(usage, stderr);
+    return 2;
+}

@@ -1,0 +1,87 @@
+#include "core/AtomicFile.h"
+
+#include <cerrno>
+#include <utility>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tovrin {
+namespace {
+
+std::string describe(const char* step, const std::filesystem::path& path, int error) {
+    return std::string(step) + " " + path.string() + ": " + std::strerror(error);
+}
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd) : m_fd(fd) {}
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor() {
+        if (m_fd >= 0) ::close(m_fd);
+    }
+    int get() const { return m_fd; }
+    int release() { return std::exchange(m_fd, -1); }
+
+private:
+    int m_fd;
+};
+
+bool writeAll(int fd, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t n = ::write(fd, content.data(), content.size());
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            return false;
+        }
+        content.remove_prefix(static_cast<std::size_t>(n));
+    }
+    return true;
+}
+
+} // namespace
+
+Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_view content, mode_t mode) {
+    std::filesystem::path temp = path;
+    temp += ".tmp." + std::to_string(::getpid());
+
+    FileDescriptor fd(::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode));
+    if (fd.get() < 0) return Result<void>::failure(describe("Could not create", temp, errno));
+
+    auto fail = [&](const char* step) {
+        const int error = errno;
+        ::unlink(temp.c_str());
+        return Result<void>::failure(describe(step, temp, error));
+    };
+    if (!writeAll(fd.get(), content)) return fail("Could not write");
+    if (::fchmod(fd.get(), mode) != 0) return fail("Could not set permissions of");
+    if (::fsync(fd.get()) != 0) return fail("Could not flush");
+    if (::close(fd.release()) != 0) return fail("Could not close");
+    if (::rename(temp.c_str(), path.c_str()) != 0) return fail("Could not rename");
+    return {};
+}
+
+Result<std::string> readWholeFile(const std::filesystem::path& path) {
+    FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (fd.get() < 0) return Result<std::string>::failure(describe("Could not open", path, errno));
+    struct stat info {};
+    if (::fstat(fd.get(), &info) != 0) return Result<std::string>::failure(describe("Could not inspect", path, errno));
+    if (!S_ISREG(info.st_mode)) return Result<std::string>::failure(path.string() + " is not a regular file");
+
+    std::string content;
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = ::read(fd.get(), buffer, sizeof buffer);
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            return Result<std::string>::failure(describe("Could not read", path, errno));
+        }
+        if (n == 0) break;
+        content.append(buffer, static_cast<std::size_t>(n));
+    }
+    return content;
+}
+
+} // namespace tovrin

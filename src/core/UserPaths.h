@@ -1,0 +1,19 @@
+#pragma once
+
+#include <filesystem>
+
+namespace tovrin::UserPaths {
+
+// $HOME, else the password database's home folder.
+std::filesystem::path home();
+// $XDG_CONFIG_HOME when absolute, else ~/.config.
+std::filesystem::path configHome();
+// Where the defaults file lives: <configHome>/tovrin/defaults.json.
+std::filesystem::path defaultsFile();
+// AGENT_STATUS_DIR (tilde expanded) when set and not empty, else ~/.agent-status.
+// Worked out afresh on every call.
+std::filesystem::path statusDirectory();
+// A leading "~" or "~/" replaced by the home folder.
+std::filesystem::path expandTilde(const std::string& path);
+
+} // namespace tovrin::UserPaths

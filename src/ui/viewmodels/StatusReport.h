@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/Clock.h"
+#include "sessions/AgentSession.h"
+
+#include <string>
+#include <vector>
+
+namespace tovrin::StatusReport {
+
+// The session list for a terminal: three headed groups (waiting, working, idle), one line per
+// session with tool, title, project folder, reason and age; a line of its own when empty.
+std::string text(const std::vector<AgentSession>& sessions, TimePoint now);
+
+// The session list for scripts: a JSON array in list order, each object with the status-file
+// keys as classified (absent optional keys left out) and the session's `id`.
+std::string json(const std::vector<AgentSession>& sessions);
+
+} // namespace tovrin::StatusReport

@@ -1,0 +1,124 @@
+#include "core/Iso8601.h"
+#include "support/SampleSessions.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tovrin {
+namespace {
+
+struct Output {
+    int exitCode = -1;
+    std::string out;
+};
+
+// Runs the built executable with a private home and status folder.
+Output runTovrin(const std::string& args, const test::TempDir& home, const std::filesystem::path& statusDir) {
+    const std::string command = "env HOME='" + home.path().string() + "' XDG_CONFIG_HOME='" +
+                                (home.path() / ".config").string() + "' AGENT_STATUS_DIR='" + statusDir.string() +
+                                "' " + TOVRIN_EXECUTABLE + " " + args + " 2>/dev/null";
+    Output result;
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (!pipe) return result;
+    std::array<char, 4096> buffer{};
+    while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe)) result.out.append(buffer.data(), n);
+    const int status = ::pclose(pipe);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+class StatusCommandTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directories(statusDir);
+        // The malformed samples sit beside the good files and must simply be left out.
+        for (const auto& entry : std::filesystem::directory_iterator(TOVRIN_TEST_DATA_DIR "/status-samples")) {
+            std::filesystem::copy_file(entry.path(), statusDir / entry.path().filename());
+        }
+    }
+
+    void writeSession(const std::string& name, nlohmann::ordered_json file) {
+        home.write("status/" + name, file.dump());
+    }
+
+    test::TempDir home;
+    std::filesystem::path statusDir = home.path() / "status";
+    TimePoint now = std::chrono::system_clock::now();
+};
+
+TEST_F(StatusCommandTest, JsonListsTheClassifiedSessionsNewestFirstWithTheirIds) {
+    auto waiting = test::statusFile("claude-code", "w1", SessionState::waiting, addSeconds(now, -10));
+    waiting["reason"] = "Claude needs your permission to use Bash";
+    waiting["locator"] = {{"tmuxPane", "%3"}, {"app", nullptr}};
+    writeSession("w1.json", waiting);
+    writeSession("k1.json", test::statusFile("codex-cli", "k1", SessionState::working, addSeconds(now, -5)));
+    // Its file says working, but it has been silent for two minutes: idle by the time it is listed.
+    writeSession("s1.json", test::statusFile("copilot-cli", "s1", SessionState::working, addSeconds(now, -120)));
+    // Past the TTL with no pid: gone.
+    writeSession("old.json", test::statusFile("cursor-cli", "old", SessionState::idle, addSeconds(now, -4000)));
+    // Its process is gone: gone, however fresh.
+    auto dead = test::statusFile("cursor-ide", "dead", SessionState::waiting, now);
+    dead["pid"] = 2147483647;
+    writeSession("dead.json", dead);
+
+    const auto result = runTovrin("status --json", home, statusDir);
+    ASSERT_EQ(result.exitCode, 0);
+    const auto list = nlohmann::json::parse(result.out);
+    ASSERT_EQ(list.size(), 3u) << result.out;
+
+    EXPECT_EQ(list[0]["id"], "codex-cli__k1");
+    EXPECT_EQ(list[0]["state"], "working");
+    EXPECT_EQ(list[1]["id"], "claude-code__w1");
+    EXPECT_EQ(list[1]["state"], "waiting");
+    EXPECT_EQ(list[1]["reason"], "Claude needs your permission to use Bash");
+    EXPECT_EQ(list[1]["locator"], (nlohmann::json{{"tmuxPane", "%3"}}));
+    EXPECT_EQ(list[1]["updatedAt"], formatIso8601(addSeconds(now, -10)));
+    EXPECT_EQ(list[2]["id"], "copilot-cli__s1");
+    EXPECT_EQ(list[2]["state"], "idle");
+    EXPECT_FALSE(list[2].contains("pid"));
+    EXPECT_FALSE(list[2].contains("locator"));
+}
+
+TEST_F(StatusCommandTest, TextGroupsSessionsUnderTheirHeadings) {
+    auto waiting = test::statusFile("claude-code", "w1", SessionState::waiting, addSeconds(now, -42));
+    waiting["title"] = "Fix the flaky test";
+    waiting["root"] = "/home/dev/forge";
+    waiting["reason"] = "Needs approval";
+    writeSession("w1.json", waiting);
+    writeSession("k1.json", test::statusFile("codex-cli", "k1", SessionState::working, now));
+
+    const auto result = runTovrin("status", home, statusDir);
+    ASSERT_EQ(result.exitCode, 0);
+    const auto& out = result.out;
+    const auto waitingAt = out.find("CALLING FOR AID (1)");
+    const auto workingAt = out.find("AT WORK (1)");
+    ASSERT_NE(waitingAt, std::string::npos) << out;
+    ASSERT_NE(workingAt, std::string::npos) << out;
+    EXPECT_LT(waitingAt, workingAt);
+    EXPECT_EQ(out.find("RESTING"), std::string::npos);
+    EXPECT_NE(out.find("Fix the flaky test\n    Claude Code \u00B7 Needs approval \u00B7 /home/dev/forge \u00B7 4"),
+              std::string::npos)
+        << out;
+}
+
+TEST_F(StatusCommandTest, AMissingFolderGivesAnEmptyListAndNoMessage) {
+    test::TempDir other;
+    const auto json = runTovrin("status --json", other, other.path() / "missing");
+    EXPECT_EQ(json.exitCode, 0);
+    EXPECT_EQ(nlohmann::json::parse(json.out), nlohmann::json::array());
+    EXPECT_EQ(runTovrin("status", other, other.path() / "missing").out, "No agents are stirring.\n");
+}
+
+TEST_F(StatusCommandTest, AnUnknownOptionIsRefused) {
+    EXPECT_EQ(runTovrin("status --frobnicate", home, statusDir).exitCode, 2);
+}
+
+} // namespace
+} // namespace tovrin

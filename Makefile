@@ -2,7 +2,7 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps configure build run test bench clean
+.PHONY: all deps configure build run test test-asan bench clean
 
 all: build
 
@@ -21,6 +21,10 @@ run: build
 
 test: build
 	@ctest --preset $(PRESET)
+
+# The same suite under the address and undefined-behaviour sanitizers.
+test-asan:
+	@$(MAKE) --no-print-directory test PRESET=asan
 
 bench:
 	@$(MAKE) --no-print-directory build PRESET=release

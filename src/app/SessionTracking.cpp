@@ -12,10 +12,13 @@ constexpr Seconds watcherDebounce{0.2};
 
 SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, const ChannelFactory& makeChannels)
     : defaults(UserPaths::defaultsFile()), preferences(defaults), reader(UserPaths::statusDirectory()),
-      store(reader, preferences, makeChannels ? makeChannels(preferences) : std::vector<std::shared_ptr<NotificationChannel>>{},
-            [directory = reader.directory()](std::function<void()> onChange) {
-                return std::make_unique<StatusDirectoryWatcher>(directory, watcherDebounce, std::move(onChange));
-            },
-            loop, clock) {}
+      store(
+          reader, preferences,
+          makeChannels ? makeChannels(preferences) : std::vector<std::shared_ptr<NotificationChannel>>{},
+          [directory = reader.directory()](std::function<void()> onChange) {
+              return std::make_unique<StatusDirectoryWatcher>(directory, watcherDebounce,
+                                                              std::move(onChange));
+          },
+          loop, clock) {}
 
 } // namespace tovrin

@@ -17,7 +17,8 @@ namespace tovrin {
 // status folder, and the store with an inotify watcher on that folder.
 class SessionTracking {
 public:
-    using ChannelFactory = std::function<std::vector<std::shared_ptr<NotificationChannel>>(PreferencesStore&)>;
+    using ChannelFactory =
+        std::function<std::vector<std::shared_ptr<NotificationChannel>>(PreferencesStore&)>;
 
     SessionTracking(MainLoop& loop, const Clock& clock, const ChannelFactory& makeChannels = {});
 

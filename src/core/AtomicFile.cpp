@@ -1,11 +1,11 @@
 #include "core/AtomicFile.h"
 
 #include <cerrno>
-#include <utility>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace tovrin {
 namespace {
@@ -67,7 +67,8 @@ Result<std::string> readWholeFile(const std::filesystem::path& path) {
     FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (fd.get() < 0) return Result<std::string>::failure(describe("Could not open", path, errno));
     struct stat info {};
-    if (::fstat(fd.get(), &info) != 0) return Result<std::string>::failure(describe("Could not inspect", path, errno));
+    if (::fstat(fd.get(), &info) != 0)
+        return Result<std::string>::failure(describe("Could not inspect", path, errno));
     if (!S_ISREG(info.st_mode)) return Result<std::string>::failure(path.string() + " is not a regular file");
 
     std::string content;

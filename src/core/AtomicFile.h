@@ -12,7 +12,8 @@ namespace tovrin {
 // Writes `content` to a temp file "<name>.tmp.<pid>" beside `path` and renames it over `path`,
 // so that readers see either the old file or the whole new one. On failure the old file is
 // untouched and the temp file removed; the error says which step failed.
-Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_view content, mode_t mode = 0644);
+Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_view content,
+                                 mode_t mode = 0644);
 
 // Reads a whole regular file; fails for anything else (missing, directory, FIFO ...).
 Result<std::string> readWholeFile(const std::filesystem::path& path);

@@ -10,22 +10,28 @@ namespace tovrin {
 enum class AutoFocusMode { off, single, latest };
 
 inline constexpr std::array<AutoFocusMode, 3> allAutoFocusModes{AutoFocusMode::off, AutoFocusMode::single,
-                                                                  AutoFocusMode::latest};
+                                                                AutoFocusMode::latest};
 
 constexpr std::string_view rawValue(AutoFocusMode mode) {
     switch (mode) {
-    case AutoFocusMode::single: return "single";
-    case AutoFocusMode::latest: return "latest";
-    case AutoFocusMode::off: break;
+    case AutoFocusMode::single:
+        return "single";
+    case AutoFocusMode::latest:
+        return "latest";
+    case AutoFocusMode::off:
+        break;
     }
     return "off";
 }
 
 constexpr std::string_view label(AutoFocusMode mode) {
     switch (mode) {
-    case AutoFocusMode::single: return "Only when one is waiting";
-    case AutoFocusMode::latest: return "Always (newest)";
-    case AutoFocusMode::off: break;
+    case AutoFocusMode::single:
+        return "Only when one is waiting";
+    case AutoFocusMode::latest:
+        return "Always (newest)";
+    case AutoFocusMode::off:
+        break;
     }
     return "Off";
 }

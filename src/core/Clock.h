@@ -19,7 +19,9 @@ public:
     TimePoint now() const override { return std::chrono::system_clock::now(); }
 };
 
-inline double secondsBetween(TimePoint from, TimePoint to) { return Seconds(to - from).count(); }
+inline double secondsBetween(TimePoint from, TimePoint to) {
+    return Seconds(to - from).count();
+}
 
 inline TimePoint addSeconds(TimePoint t, double seconds) {
     return t + std::chrono::duration_cast<TimePoint::duration>(Seconds(seconds));

@@ -18,7 +18,9 @@ std::optional<int> digits(std::string_view text, std::size_t pos, std::size_t wi
     return value;
 }
 
-bool at(std::string_view text, std::size_t pos, char c) { return pos < text.size() && text[pos] == c; }
+bool at(std::string_view text, std::size_t pos, char c) {
+    return pos < text.size() && text[pos] == c;
+}
 
 } // namespace
 
@@ -28,7 +30,8 @@ std::optional<TimePoint> parseIso8601(std::string_view text) {
     const auto year = digits(text, 0, 4), month = digits(text, 5, 2), day = digits(text, 8, 2);
     const auto hour = digits(text, 11, 2), minute = digits(text, 14, 2), second = digits(text, 17, 2);
     if (!year || !month || !day || !hour || !minute || !second) return std::nullopt;
-    if (!at(text, 4, '-') || !at(text, 7, '-') || !at(text, 10, 'T') || !at(text, 13, ':') || !at(text, 16, ':'))
+    if (!at(text, 4, '-') || !at(text, 7, '-') || !at(text, 10, 'T') || !at(text, 13, ':') ||
+        !at(text, 16, ':'))
         return std::nullopt;
 
     const year_month_day date{std::chrono::year{*year}, std::chrono::month{static_cast<unsigned>(*month)},

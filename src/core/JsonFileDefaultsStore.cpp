@@ -8,7 +8,7 @@ namespace tovrin {
 
 JsonFileDefaultsStore::JsonFileDefaultsStore(std::filesystem::path file) : m_file(std::move(file)) {
     const auto content = readWholeFile(m_file);
-    if (!content) return;
+    if (!content || content.value().empty()) return;
     auto parsed = nlohmann::json::parse(content.value(), nullptr, /*allow_exceptions=*/false);
     if (parsed.is_object()) {
         m_values = std::move(parsed);

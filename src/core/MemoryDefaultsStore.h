@@ -11,7 +11,8 @@ namespace tovrin {
 class MemoryDefaultsStore final : public DefaultsStore {
 public:
     MemoryDefaultsStore() = default;
-    explicit MemoryDefaultsStore(std::map<std::string, nlohmann::json> initial) : m_values(std::move(initial)) {}
+    explicit MemoryDefaultsStore(std::map<std::string, nlohmann::json> initial)
+        : m_values(std::move(initial)) {}
 
     std::optional<nlohmann::json> object(const std::string& key) const override;
     void set(const std::string& key, nlohmann::json value) override;

@@ -12,7 +12,8 @@ using nlohmann::json;
 std::optional<std::int64_t> asInteger(const std::optional<json>& v) {
     if (!v) return std::nullopt;
     if (v->is_number_integer()) {
-        if (v->is_number_unsigned() && v->get<std::uint64_t>() > std::uint64_t(std::numeric_limits<std::int64_t>::max()))
+        if (v->is_number_unsigned() &&
+            v->get<std::uint64_t>() > std::uint64_t(std::numeric_limits<std::int64_t>::max()))
             return std::nullopt;
         return v->get<std::int64_t>();
     }
@@ -59,13 +60,16 @@ template <class T> auto writer(DefaultsStore& defaults, const char* key) {
 PreferencesStore::PreferencesStore(DefaultsStore& d)
     : ttlSeconds(objectWillChange, asInteger(d.object("ttlSeconds")).value_or(1800),
                  writer<std::int64_t>(d, "ttlSeconds")),
-      soundEnabled(objectWillChange, asBool(d.object("soundEnabled")).value_or(true), writer<bool>(d, "soundEnabled")),
+      soundEnabled(objectWillChange, asBool(d.object("soundEnabled")).value_or(true),
+                   writer<bool>(d, "soundEnabled")),
       alertSound(objectWillChange, asString(d.object("alertSound")).value_or("horn-of-gondor"),
                  writer<std::string>(d, "alertSound")),
-      notificationBannerEnabled(objectWillChange, asBool(d.object("notificationBannerEnabled")).value_or(false),
+      notificationBannerEnabled(objectWillChange,
+                                asBool(d.object("notificationBannerEnabled")).value_or(false),
                                 writer<bool>(d, "notificationBannerEnabled")),
       autoFocusMode(objectWillChange,
-                    autoFocusModeFromRaw(asString(d.object("autoFocusMode")).value_or("off")).value_or(AutoFocusMode::off),
+                    autoFocusModeFromRaw(asString(d.object("autoFocusMode")).value_or("off"))
+                        .value_or(AutoFocusMode::off),
                     [&d](const AutoFocusMode& mode) { d.set("autoFocusMode", std::string(rawValue(mode))); }),
       repeatReminderEnabled(objectWillChange, asBool(d.object("repeatReminderEnabled")).value_or(false),
                             writer<bool>(d, "repeatReminderEnabled")),

@@ -15,7 +15,8 @@ public:
     using AfterStore = std::function<void(const T&)>;
 
     Property(Signal<>& ownerWillChange, T initial, AfterStore afterStore = {})
-        : m_ownerWillChange(ownerWillChange), m_value(std::move(initial)), m_afterStore(std::move(afterStore)) {}
+        : m_ownerWillChange(ownerWillChange), m_value(std::move(initial)),
+          m_afterStore(std::move(afterStore)) {}
     Property(const Property&) = delete;
     Property& operator=(const Property&) = delete;
 

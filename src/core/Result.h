@@ -19,7 +19,8 @@ public:
     const E& error() const { return std::get<1>(m_content); }
 
 private:
-    template <std::size_t I, class V> Result(std::in_place_index_t<I> tag, V&& v) : m_content(tag, std::forward<V>(v)) {}
+    template <std::size_t I, class V>
+    Result(std::in_place_index_t<I> tag, V&& v) : m_content(tag, std::forward<V>(v)) {}
     std::variant<T, E> m_content;
 };
 

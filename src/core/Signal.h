@@ -44,13 +44,14 @@ public:
     Subscription connect(std::function<void(Args...)> handler) {
         auto slot = std::make_shared<Slot>(Slot{std::move(handler), true});
         m_state->slots.push_back(slot);
-        return Subscription([weakState = std::weak_ptr<State>(m_state), weakSlot = std::weak_ptr<Slot>(slot)] {
-            auto state = weakState.lock();
-            auto s = weakSlot.lock();
-            if (!state || !s) return;
-            s->connected = false;
-            std::erase(state->slots, s);
-        });
+        return Subscription(
+            [weakState = std::weak_ptr<State>(m_state), weakSlot = std::weak_ptr<Slot>(slot)] {
+                auto state = weakState.lock();
+                auto s = weakSlot.lock();
+                if (!state || !s) return;
+                s->connected = false;
+                std::erase(state->slots, s);
+            });
     }
 
     void emit(const Args&... args) const {

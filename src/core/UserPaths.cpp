@@ -25,7 +25,9 @@ std::filesystem::path configHome() {
     return home() / ".config";
 }
 
-std::filesystem::path defaultsFile() { return configHome() / "tovrin" / "defaults.json"; }
+std::filesystem::path defaultsFile() {
+    return configHome() / "tovrin" / "defaults.json";
+}
 
 std::filesystem::path expandTilde(const std::string& path) {
     if (path == "~") return home();
@@ -39,5 +41,3 @@ std::filesystem::path statusDirectory() {
 }
 
 } // namespace tovrin::UserPaths
-
-

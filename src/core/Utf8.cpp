@@ -77,14 +77,18 @@ std::string sanitized(std::string_view bytes) {
     return out;
 }
 
-bool isNewline(char32_t c) { return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029; }
-
-bool isSpaceSeparator(char32_t c) {
-    return c == 0x20 || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F || c == 0x205F ||
-           c == 0x3000;
+bool isNewline(char32_t c) {
+    return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029;
 }
 
-bool isWhitespace(char32_t c) { return c == '\t' || isSpaceSeparator(c) || isNewline(c); }
+bool isSpaceSeparator(char32_t c) {
+    return c == 0x20 || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
+           c == 0x205F || c == 0x3000;
+}
+
+bool isWhitespace(char32_t c) {
+    return c == '\t' || isSpaceSeparator(c) || isNewline(c);
+}
 
 bool isNumber(char32_t c) {
     // Decimal digits (Nd) of the scripts in use, then the common letter-like and other numbers.
@@ -105,7 +109,8 @@ bool isNumber(char32_t c) {
         {0x104A0, 0x104A9}, {0x11066, 0x1106F}, {0x1D7CE, 0x1D7FF}, {0x1E950, 0x1E959}, {0x1F100, 0x1F10C},
         {0x1FBF0, 0x1FBF9},
     }};
-    return std::any_of(ranges.begin(), ranges.end(), [c](const auto& r) { return c >= r.first && c <= r.second; });
+    return std::any_of(ranges.begin(), ranges.end(),
+                       [c](const auto& r) { return c >= r.first && c <= r.second; });
 }
 
 } // namespace tovrin::Utf8

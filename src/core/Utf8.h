@@ -16,10 +16,10 @@ void append(std::string& out, char32_t codePoint);
 std::string sanitized(std::string_view bytes);
 
 // Unicode classes that text heuristics need.
-bool isNewline(char32_t c);         // U+000A..U+000D, U+0085, U+2028, U+2029
-bool isSpaceSeparator(char32_t c);  // class Zs
-bool isWhitespace(char32_t c);      // White_Space: Zs, tab, newlines
-bool isNumber(char32_t c);          // classes Nd, Nl, No
+bool isNewline(char32_t c);        // U+000A..U+000D, U+0085, U+2028, U+2029
+bool isSpaceSeparator(char32_t c); // class Zs
+bool isWhitespace(char32_t c);     // White_Space: Zs, tab, newlines
+bool isNumber(char32_t c);         // classes Nd, Nl, No
 
 // `text` without leading and trailing characters for which `strip` is true.
 template <class Predicate> std::string_view trim(std::string_view text, Predicate strip) {

@@ -9,7 +9,10 @@ const std::vector<ToolIdentity>& ToolIdentity::all() {
         {"cursor-cli", "Cursor (CLI)", "terminal.fill", {0.31, 0.33, 0.86}},
         {"cursor-ide", "Cursor", "cursorarrow.rays", {0.31, 0.33, 0.86}},
         {"copilot-cli", "Copilot (CLI)", "terminal.fill", {0.15, 0.65, 0.59}},
-        {"copilot-vscode", "Copilot (VS Code)", "chevron.left.forwardslash.chevron.right", {0.00, 0.48, 0.80}},
+        {"copilot-vscode",
+         "Copilot (VS Code)",
+         "chevron.left.forwardslash.chevron.right",
+         {0.00, 0.48, 0.80}},
         {"antigravity-cli", "Antigravity (CLI)", "terminal.fill", {0.55, 0.36, 0.86}},
         {"antigravity-ide", "Antigravity", "sparkles", {0.55, 0.36, 0.86}},
     };

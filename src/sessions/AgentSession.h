@@ -13,9 +13,12 @@ enum class SessionState { working, waiting, idle };
 
 constexpr std::string_view rawValue(SessionState state) {
     switch (state) {
-    case SessionState::working: return "working";
-    case SessionState::waiting: return "waiting";
-    case SessionState::idle: break;
+    case SessionState::working:
+        return "working";
+    case SessionState::waiting:
+        return "waiting";
+    case SessionState::idle:
+        break;
     }
     return "idle";
 }

@@ -14,23 +14,29 @@ namespace tovrin {
 namespace {
 
 constexpr std::array<std::string_view, 11> askingPhrases{
-    "would you", "do you want", "should i", "let me know", "pick one", "select one",
-    "your call", "which ",    "choose between", "options to consider", "your options",
+    "would you", "do you want", "should i",       "let me know",         "pick one",     "select one",
+    "your call", "which ",      "choose between", "options to consider", "your options",
 };
 
-bool isBlank(char32_t c) { return c == '\t' || Utf8::isSpaceSeparator(c); }
+bool isBlank(char32_t c) {
+    return c == '\t' || Utf8::isSpaceSeparator(c);
+}
 
-std::string_view trimBlanks(std::string_view text) { return Utf8::trim(text, isBlank); }
+std::string_view trimBlanks(std::string_view text) {
+    return Utf8::trim(text, isBlank);
+}
 
 std::string asciiLowercase(std::string_view text) {
     std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(), [](char c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; });
+    std::transform(out.begin(), out.end(), out.begin(),
+                   [](char c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; });
     return out;
 }
 
 } // namespace
 
-std::optional<std::string> AntigravityWaitingInspector::readTail(const std::string& path, std::size_t maxBytes) {
+std::optional<std::string> AntigravityWaitingInspector::readTail(const std::string& path,
+                                                                 std::size_t maxBytes) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (fd < 0) return std::nullopt;
     struct Closer {
@@ -79,7 +85,8 @@ std::optional<std::string> AntigravityWaitingInspector::lastPlannerMessage(std::
         const auto entry = nlohmann::json::parse(line, nullptr, /*allow_exceptions=*/false);
         if (!entry.is_object()) continue;
         const auto type = entry.find("type");
-        if (type == entry.end() || !type->is_string() || type->get_ref<const std::string&>() != "PLANNER_RESPONSE")
+        if (type == entry.end() || !type->is_string() ||
+            type->get_ref<const std::string&>() != "PLANNER_RESPONSE")
             continue;
         const auto content = entry.find("content");
         if (content == entry.end() || !content->is_string()) continue;
@@ -116,7 +123,8 @@ bool AntigravityWaitingInspector::isOptionLine(std::string_view line) {
     return isBlank(Utf8::next(rest, pos));
 }
 
-std::optional<std::string> AntigravityWaitingInspector::lastMeaningfulLine(const std::vector<std::string_view>& lines) {
+std::optional<std::string>
+AntigravityWaitingInspector::lastMeaningfulLine(const std::vector<std::string_view>& lines) {
     for (auto it = lines.rbegin(); it != lines.rend(); ++it) {
         const std::string_view trimmed = trimBlanks(*it);
         if (trimmed.empty() || isOptionLine(trimmed)) continue;
@@ -127,8 +135,10 @@ std::optional<std::string> AntigravityWaitingInspector::lastMeaningfulLine(const
 
 bool AntigravityWaitingInspector::looksLikeQuestion(std::string_view message) {
     const auto lines = splitLines(message);
-    if (const auto line = lastMeaningfulLine(lines); line && line->find('?') != std::string::npos) return true;
-    const auto options = std::count_if(lines.begin(), lines.end(), [](std::string_view l) { return isOptionLine(l); });
+    if (const auto line = lastMeaningfulLine(lines); line && line->find('?') != std::string::npos)
+        return true;
+    const auto options =
+        std::count_if(lines.begin(), lines.end(), [](std::string_view l) { return isOptionLine(l); });
     if (options < 2) return false;
     const std::string lowered = asciiLowercase(message);
     return std::any_of(askingPhrases.begin(), askingPhrases.end(),

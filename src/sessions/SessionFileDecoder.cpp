@@ -69,12 +69,18 @@ bool readLocator(element value, std::optional<Locator>& out) {
     for (const auto field : object) {
         const std::string_view key = field.key;
         std::optional<std::string>* target = nullptr;
-        if (key == "termProgram") target = &locator.termProgram;
-        else if (key == "tmuxPane") target = &locator.tmuxPane;
-        else if (key == "itermSession") target = &locator.itermSession;
-        else if (key == "weztermPane") target = &locator.weztermPane;
-        else if (key == "tty") target = &locator.tty;
-        else if (key == "app") target = &locator.app;
+        if (key == "termProgram")
+            target = &locator.termProgram;
+        else if (key == "tmuxPane")
+            target = &locator.tmuxPane;
+        else if (key == "itermSession")
+            target = &locator.itermSession;
+        else if (key == "weztermPane")
+            target = &locator.weztermPane;
+        else if (key == "tty")
+            target = &locator.tty;
+        else if (key == "app")
+            target = &locator.app;
         if (target && !readOptionalString(field.value, *target)) return false;
     }
     out = std::move(locator);
@@ -105,8 +111,10 @@ std::optional<AgentSession> decodeDocument(element root) {
             ok = readString(value, s.sessionId);
         } else if (key == "pid") {
             std::int64_t pid = 0;
-            if (value.is_null()) s.pid.reset();
-            else if ((ok = readInteger(value, pid))) s.pid = pid;
+            if (value.is_null())
+                s.pid.reset();
+            else if ((ok = readInteger(value, pid)))
+                s.pid = pid;
         } else if (key == "state") {
             std::string_view word;
             ok = value.get_string().get(word) == simdjson::SUCCESS;

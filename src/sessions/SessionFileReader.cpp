@@ -40,7 +40,8 @@ SessionFileReader::SessionFileReader(std::filesystem::path directory) : m_direct
 
 bool SessionFileReader::isStatusFileName(std::string_view name) {
     constexpr std::string_view extension = ".json";
-    return !name.empty() && name.front() != '.' && name.size() > extension.size() && name.ends_with(extension);
+    return !name.empty() && name.front() != '.' && name.size() > extension.size() &&
+           name.ends_with(extension);
 }
 
 std::vector<AgentSession> SessionFileReader::readAll() {
@@ -55,7 +56,8 @@ std::vector<AgentSession> SessionFileReader::readAll() {
         if (entry->d_type != DT_REG && entry->d_type != DT_UNKNOWN) continue;
 
         // O_NONBLOCK: a FIFO or device must never stall the pass; O_NOFOLLOW: no symlinks.
-        const int fd = ::openat(dirFd, entry->d_name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY);
+        const int fd =
+            ::openat(dirFd, entry->d_name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY);
         if (fd < 0) continue;
         const FdCloser closer{fd};
         struct stat info {};
@@ -65,7 +67,8 @@ std::vector<AgentSession> SessionFileReader::readAll() {
         // The size from fstat is all we read: a file still being written fails to decode and
         // is read again at the next pass.
         const auto size = static_cast<std::size_t>(info.st_size);
-        if (m_buffer.size() < size + SessionFileDecoder::padding) m_buffer.resize(size + SessionFileDecoder::padding);
+        if (m_buffer.size() < size + SessionFileDecoder::padding)
+            m_buffer.resize(size + SessionFileDecoder::padding);
         const ssize_t length = readUpTo(fd, m_buffer.data(), size);
         if (length <= 0) continue;
 

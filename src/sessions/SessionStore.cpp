@@ -4,12 +4,24 @@
 #include "sessions/ProcessLiveness.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_set>
 
 namespace tovrin {
 namespace {
 
-bool startsWith(const std::string& text, std::string_view prefix) { return text.starts_with(prefix); }
+// A stable sort by `updatedAt`, newest first. Sorting indices spares moving whole records.
+std::vector<AgentSession> newestFirst(std::vector<AgentSession> list) {
+    std::vector<std::size_t> order(list.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return list[a].updatedAt > list[b].updatedAt; });
+    std::vector<AgentSession> sorted;
+    sorted.reserve(list.size());
+    for (const auto i : order)
+        sorted.push_back(std::move(list[i]));
+    return sorted;
+}
 
 std::vector<AgentSession> waitingOf(const std::vector<AgentSession>& list) {
     std::vector<AgentSession> result;
@@ -21,11 +33,11 @@ std::vector<AgentSession> waitingOf(const std::vector<AgentSession>& list) {
 } // namespace
 
 SessionStore::SessionStore(SessionReading& reader, PreferencesStore& preferences,
-                           std::vector<std::shared_ptr<NotificationChannel>> channels, WatcherFactory makeWatcher,
-                           MainLoop& loop, const Clock& clock)
-    : sessions(objectWillChange, {}), aggregate(objectWillChange, AggregateStatus::neutral()), m_reader(reader),
-      m_preferences(preferences), m_channels(std::move(channels)), m_makeWatcher(std::move(makeWatcher)),
-      m_loop(loop), m_clock(clock) {}
+                           std::vector<std::shared_ptr<NotificationChannel>> channels,
+                           WatcherFactory makeWatcher, MainLoop& loop, const Clock& clock)
+    : sessions(objectWillChange, {}), aggregate(objectWillChange, AggregateStatus::neutral()),
+      m_reader(reader), m_preferences(preferences), m_channels(std::move(channels)),
+      m_makeWatcher(std::move(makeWatcher)), m_loop(loop), m_clock(clock) {}
 
 void SessionStore::start() {
     if (m_started) return;
@@ -33,9 +45,8 @@ void SessionStore::start() {
 
     // The watcher calls back on its own thread: hand the pass to the main loop.
     if (m_makeWatcher) {
-        m_watcher = m_makeWatcher([&loop = m_loop, guard = m_lifetime.guard([this] { refresh(); })] {
-            loop.post(guard);
-        });
+        m_watcher = m_makeWatcher(
+            [&loop = m_loop, guard = m_lifetime.guard([this] { refresh(); })] { loop.post(guard); });
         if (m_watcher) m_watcher->start();
     }
     m_timer = m_loop.repeat(Seconds(tickInterval), m_lifetime.guard([this] { refresh(); }));
@@ -65,8 +76,7 @@ void SessionStore::refresh() {
     });
     const auto& disabled = m_preferences.disabledTools();
     std::erase_if(list, [&](const AgentSession& s) { return disabled.contains(s.tool); });
-    std::stable_sort(list.begin(), list.end(),
-                     [](const AgentSession& a, const AgentSession& b) { return a.updatedAt > b.updatedAt; });
+    list = newestFirst(std::move(list));
 
     list = interpretSilentAntigravity(std::move(list));
     const bool flagSilentWorking = m_preferences.flagSilentWorking();
@@ -76,7 +86,8 @@ void SessionStore::refresh() {
         if (!flagSilentWorking && ageOf(s) > silentWorkingIdleThreshold) s.state = SessionState::idle;
     }
     for (auto& s : list) {
-        if (s.state == SessionState::waiting && ageOf(s) > waitingDecayThreshold) s.state = SessionState::idle;
+        if (s.state == SessionState::waiting && ageOf(s) > waitingDecayThreshold)
+            s.state = SessionState::idle;
     }
     list = applyDismissals(std::move(list));
 
@@ -88,11 +99,12 @@ void SessionStore::refresh() {
 
 std::vector<AgentSession> SessionStore::interpretSilentAntigravity(std::vector<AgentSession> list) const {
     for (auto& s : list) {
-        if (!startsWith(s.tool, "antigravity") || s.state != SessionState::working) continue;
+        if (!s.tool.starts_with("antigravity") || s.state != SessionState::working) continue;
         if (ageOf(s) <= silentWorkingIdleThreshold) continue;
         if (!s.transcriptPath || s.transcriptPath->empty()) continue;
 
-        const auto tail = AntigravityWaitingInspector::readTail(*s.transcriptPath, AntigravityWaitingInspector::tailBytes);
+        const auto tail =
+            AntigravityWaitingInspector::readTail(*s.transcriptPath, AntigravityWaitingInspector::tailBytes);
         const auto message = tail ? AntigravityWaitingInspector::lastPlannerMessage(*tail) : std::nullopt;
         const bool asks = message && AntigravityWaitingInspector::looksLikeQuestion(*message);
         s.state = asks ? SessionState::waiting : SessionState::idle;
@@ -101,8 +113,10 @@ std::vector<AgentSession> SessionStore::interpretSilentAntigravity(std::vector<A
 }
 
 std::vector<AgentSession> SessionStore::applyDismissals(std::vector<AgentSession> list) {
+    if (m_dismissed.empty()) return list;
     std::unordered_set<std::string> present;
-    for (const auto& s : list) present.insert(s.id());
+    for (const auto& s : list)
+        present.insert(s.id());
     std::erase_if(m_dismissed, [&](const auto& entry) { return !present.contains(entry.first); });
 
     std::erase_if(list, [&](const AgentSession& s) {
@@ -123,13 +137,15 @@ void SessionStore::dismiss(const AgentSession& session) {
 void SessionStore::detectWaitingTransitions(const std::vector<AgentSession>& list) {
     const auto waiting = waitingOf(list);
     std::set<std::string> current;
-    for (const auto& s : waiting) current.insert(s.id());
+    for (const auto& s : waiting)
+        current.insert(s.id());
 
     std::vector<AgentSession> newlyWaiting;
     std::copy_if(waiting.begin(), waiting.end(), std::back_inserter(newlyWaiting),
                  [&](const AgentSession& s) { return !m_waitingIds.contains(s.id()); });
     if (!newlyWaiting.empty()) {
-        for (const auto& channel : m_channels) channel->notifyWaiting(newlyWaiting, waiting);
+        for (const auto& channel : m_channels)
+            channel->notifyWaiting(newlyWaiting, waiting);
     }
     m_waitingIds = std::move(current);
 }
@@ -145,7 +161,8 @@ void SessionStore::rescheduleReminder() {
 void SessionStore::fireReminder() {
     const auto waiting = waitingOf(sessions());
     if (!m_preferences.repeatReminderEnabled() || waiting.empty()) return;
-    for (const auto& channel : m_channels) channel->remindWaiting(waiting);
+    for (const auto& channel : m_channels)
+        channel->remindWaiting(waiting);
 }
 
 } // namespace tovrin

@@ -2,12 +2,11 @@
 #include "support/SampleSessions.h"
 #include "support/TempDir.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,13 +21,14 @@ struct Output {
 // Runs the built executable with a private home and status folder.
 Output runTovrin(const std::string& args, const test::TempDir& home, const std::filesystem::path& statusDir) {
     const std::string command = "env HOME='" + home.path().string() + "' XDG_CONFIG_HOME='" +
-                                (home.path() / ".config").string() + "' AGENT_STATUS_DIR='" + statusDir.string() +
-                                "' " + TOVRIN_EXECUTABLE + " " + args + " 2>/dev/null";
+                                (home.path() / ".config").string() + "' AGENT_STATUS_DIR='" +
+                                statusDir.string() + "' " + TOVRIN_EXECUTABLE + " " + args + " 2>/dev/null";
     Output result;
     FILE* pipe = ::popen(command.c_str(), "r");
     if (!pipe) return result;
     std::array<char, 4096> buffer{};
-    while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe)) result.out.append(buffer.data(), n);
+    while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe))
+        result.out.append(buffer.data(), n);
     const int status = ::pclose(pipe);
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return result;
@@ -39,7 +39,8 @@ protected:
     void SetUp() override {
         std::filesystem::create_directories(statusDir);
         // The malformed samples sit beside the good files and must simply be left out.
-        for (const auto& entry : std::filesystem::directory_iterator(TOVRIN_TEST_DATA_DIR "/status-samples")) {
+        for (const auto& entry :
+             std::filesystem::directory_iterator(TOVRIN_TEST_DATA_DIR "/status-samples")) {
             std::filesystem::copy_file(entry.path(), statusDir / entry.path().filename());
         }
     }
@@ -60,9 +61,11 @@ TEST_F(StatusCommandTest, JsonListsTheClassifiedSessionsNewestFirstWithTheirIds)
     writeSession("w1.json", waiting);
     writeSession("k1.json", test::statusFile("codex-cli", "k1", SessionState::working, addSeconds(now, -5)));
     // Its file says working, but it has been silent for two minutes: idle by the time it is listed.
-    writeSession("s1.json", test::statusFile("copilot-cli", "s1", SessionState::working, addSeconds(now, -120)));
+    writeSession("s1.json",
+                 test::statusFile("copilot-cli", "s1", SessionState::working, addSeconds(now, -120)));
     // Past the TTL with no pid: gone.
-    writeSession("old.json", test::statusFile("cursor-cli", "old", SessionState::idle, addSeconds(now, -4000)));
+    writeSession("old.json",
+                 test::statusFile("cursor-cli", "old", SessionState::idle, addSeconds(now, -4000)));
     // Its process is gone: gone, however fresh.
     auto dead = test::statusFile("cursor-ide", "dead", SessionState::waiting, now);
     dead["pid"] = 2147483647;
@@ -103,8 +106,9 @@ TEST_F(StatusCommandTest, TextGroupsSessionsUnderTheirHeadings) {
     ASSERT_NE(workingAt, std::string::npos) << out;
     EXPECT_LT(waitingAt, workingAt);
     EXPECT_EQ(out.find("RESTING"), std::string::npos);
-    EXPECT_NE(out.find("Fix the flaky test\n    Claude Code \u00B7 Needs approval \u00B7 /home/dev/forge \u00B7 4"),
-              std::string::npos)
+    EXPECT_NE(
+        out.find("Fix the flaky test\n    Claude Code \u00B7 Needs approval \u00B7 /home/dev/forge \u00B7 4"),
+        std::string::npos)
         << out;
 }
 

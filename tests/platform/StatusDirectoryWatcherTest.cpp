@@ -1,12 +1,12 @@
 #include "platform/linux/StatusDirectoryWatcher.h"
-#include "support/TempDir.h"
 
-#include <gtest/gtest.h>
+#include "support/TempDir.h"
 
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
+#include <gtest/gtest.h>
 #include <mutex>
 #include <thread>
 #include <vector>

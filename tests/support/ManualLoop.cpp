@@ -6,7 +6,9 @@ namespace tovrin::test {
 
 ManualLoop::ManualLoop(TimePoint start) : m_clock(start) {}
 
-TimePoint ManualLoop::defaultStart() { return *parseIso8601("2026-11-22T12:00:00Z"); }
+TimePoint ManualLoop::defaultStart() {
+    return *parseIso8601("2026-11-22T12:00:00Z");
+}
 
 void ManualLoop::post(std::function<void()> task) {
     const std::lock_guard lock(m_mutex);
@@ -54,7 +56,8 @@ void ManualLoop::advance(double seconds) {
         // The earliest due timer within the window; ties fire in creation order.
         auto next = m_timers.end();
         for (auto it = m_timers.begin(); it != m_timers.end(); ++it) {
-            if (it->second.due <= end && (next == m_timers.end() || it->second.due < next->second.due)) next = it;
+            if (it->second.due <= end && (next == m_timers.end() || it->second.due < next->second.due))
+                next = it;
         }
         if (next == m_timers.end()) break;
         m_clock.set(next->second.due);

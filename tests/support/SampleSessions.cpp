@@ -19,7 +19,8 @@ nlohmann::ordered_json statusFile(const std::string& tool, const std::string& se
     };
 }
 
-AgentSession session(const std::string& tool, const std::string& sessionId, SessionState state, TimePoint updatedAt) {
+AgentSession session(const std::string& tool, const std::string& sessionId, SessionState state,
+                     TimePoint updatedAt) {
     AgentSession s;
     s.schemaVersion = 1;
     s.tool = tool;

@@ -13,6 +13,7 @@ nlohmann::ordered_json statusFile(const std::string& tool, const std::string& se
                                   TimePoint updatedAt);
 
 // The record that decoding `statusFile(...)` yields, for comparisons.
-AgentSession session(const std::string& tool, const std::string& sessionId, SessionState state, TimePoint updatedAt);
+AgentSession session(const std::string& tool, const std::string& sessionId, SessionState state,
+                     TimePoint updatedAt);
 
 } // namespace tovrin::test

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tovrin::test {
 
@@ -21,5 +22,8 @@ public:
 private:
     std::filesystem::path m_path;
 };
+
+// The names in a folder, sorted.
+std::vector<std::string> entriesOf(const std::filesystem::path& dir);
 
 } // namespace tovrin::test

@@ -1,12 +1,13 @@
 #include "app/cli/StatusCommand.h"
 
 #include "app/SessionTracking.h"
-#include "core/Iso8601.h"
 #include "platform/qt/QtMainLoop.h"
 #include "ui/viewmodels/StatusReport.h"
 
 #include <QCoreApplication>
+#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <string>
 #include <unistd.h>
 
@@ -20,10 +21,20 @@ void write(const std::string& text) {
     std::fflush(stdout);
 }
 
+std::string localClockTime(TimePoint t) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(t);
+    std::tm local{};
+    ::localtime_r(&seconds, &local);
+    char buffer[16];
+    std::strftime(buffer, sizeof buffer, "%H:%M:%S", &local);
+    return buffer;
+}
+
 std::string followScreen(const std::vector<AgentSession>& sessions, TimePoint now, bool terminal) {
     std::string screen = terminal ? "\x1b[H\x1b[2J" : "\n";
-    screen += "Tovrin \u00B7 " + std::to_string(sessions.size()) + " session" + (sessions.size() == 1 ? "" : "s") +
-              " \u00B7 refreshed " + formatIso8601(now) + " \u00B7 Ctrl-C to quit\n\n";
+    screen += "Tovrin \u00B7 " + std::to_string(sessions.size()) + " session" +
+              (sessions.size() == 1 ? "" : "s") + " \u00B7 refreshed at " + localClockTime(now) +
+              " \u00B7 Ctrl-C to quit\n\n";
     return screen + StatusReport::text(sessions, now);
 }
 
@@ -33,10 +44,13 @@ int runStatusCommand(int argc, char** argv) {
     Mode mode = Mode::text;
     for (int i = 2; i < argc; ++i) {
         const std::string arg = argv[i];
-        if (arg == "--json") mode = Mode::json;
-        else if (arg == "--follow") mode = Mode::follow;
+        if (arg == "--json")
+            mode = Mode::json;
+        else if (arg == "--follow")
+            mode = Mode::follow;
         else {
-            std::fprintf(stderr, "tovrin status: unknown option %s\nUsage: tovrin status [--json | --follow]\n",
+            std::fprintf(stderr,
+                         "tovrin status: unknown option %s\nUsage: tovrin status [--json | --follow]\n",
                          arg.c_str());
             return 2;
         }
@@ -56,8 +70,9 @@ int runStatusCommand(int argc, char** argv) {
 
     const bool terminal = ::isatty(STDOUT_FILENO) == 1;
     // Each publication carries the new list; draw it as it arrives.
-    auto redraw = tracking.store.sessions.observe(
-        [&](const std::vector<AgentSession>& sessions) { write(followScreen(sessions, clock.now(), terminal)); });
+    auto redraw = tracking.store.sessions.observe([&](const std::vector<AgentSession>& sessions) {
+        write(followScreen(sessions, clock.now(), terminal));
+    });
     tracking.store.start();
     return QCoreApplication::exec();
 }

@@ -29,7 +29,9 @@ StatusDirectoryWatcher::StatusDirectoryWatcher(std::filesystem::path path, Secon
                                                std::function<void()> onChange)
     : m_path(std::move(path)), m_debounce(debounce), m_onChange(std::move(onChange)) {}
 
-StatusDirectoryWatcher::~StatusDirectoryWatcher() { stop(); }
+StatusDirectoryWatcher::~StatusDirectoryWatcher() {
+    stop();
+}
 
 void StatusDirectoryWatcher::start() {
     if (m_thread.joinable()) return;

@@ -16,9 +16,15 @@ struct SessionSections {
         SessionSections sections;
         for (const auto& s : sessions) {
             switch (s.state) {
-            case SessionState::waiting: sections.waiting.push_back(s); break;
-            case SessionState::working: sections.working.push_back(s); break;
-            case SessionState::idle: sections.idle.push_back(s); break;
+            case SessionState::waiting:
+                sections.waiting.push_back(s);
+                break;
+            case SessionState::working:
+                sections.working.push_back(s);
+                break;
+            case SessionState::idle:
+                sections.idle.push_back(s);
+                break;
             }
         }
         return sections;

@@ -12,21 +12,31 @@ namespace {
 
 constexpr const char* separator = " \u00B7 ";
 
-// Titles and reasons come from agents: keep control characters out of the terminal.
+// Everything shown comes from agents' files: keep control characters out of the terminal,
+// C1 controls too (U+0080 to U+009F, two bytes in UTF-8), which some terminals obey.
 std::string printable(const std::string& text) {
     std::string out;
     out.reserve(text.size());
-    for (const char c : text) out += (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) ? ' ' : c;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool c1 = byte == 0xC2 && i + 1 < text.size() &&
+                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
+        if (c1) ++i;
+        out += (byte < 0x20 || byte == 0x7f || c1) ? ' ' : text[i];
+    }
     return out;
 }
 
-void appendGroup(std::string& out, const char* heading, const std::vector<AgentSession>& group, TimePoint now) {
+void appendGroup(std::string& out, const char* heading, const std::vector<AgentSession>& group,
+                 TimePoint now) {
     if (group.empty()) return;
     if (!out.empty()) out += '\n';
     out += heading;
     out += " (" + std::to_string(group.size()) + ")\n";
     for (const auto& s : group) {
-        std::string line = "  " + printable(s.title) + "\n    " + ToolIdentity::named(s.tool).displayName;
+        std::string line =
+            "  " + printable(s.title) + "\n    " + printable(ToolIdentity::named(s.tool).displayName);
         if (s.reason) line += separator + printable(*s.reason);
         line += separator + printable(s.projectPath());
         line += separator + RelativeTime::string(s.updatedAt, now);
@@ -34,7 +44,8 @@ void appendGroup(std::string& out, const char* heading, const std::vector<AgentS
     }
 }
 
-template <class Json> void putOptional(Json& object, const char* key, const std::optional<std::string>& value) {
+template <class Json>
+void putOptional(Json& object, const char* key, const std::optional<std::string>& value) {
     if (value) object[key] = *value;
 }
 

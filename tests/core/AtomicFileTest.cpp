@@ -1,0 +1,101 @@
+#include "core/AtomicFile.h"
+
+#include "support/TempDir.h"
+
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <future>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tovrin {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+TEST(AtomicFile, ReplacesTheContentWithTheGivenModeAndLeavesNoTempFile) {
+    test::TempDir dir;
+    const auto file = dir.write("hooks.json", "old content that is longer than the new one");
+    ::chmod(file.c_str(), 0644);
+
+    const auto written = writeFileAtomically(file, "new", 0600);
+    ASSERT_TRUE(written.ok()) << written.error();
+    EXPECT_EQ(readWholeFile(file).value(), "new");
+    EXPECT_EQ(test::entriesOf(dir.path()), std::vector<std::string>{"hooks.json"});
+    struct stat info {};
+    ASSERT_EQ(::stat(file.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600u);
+}
+
+TEST(AtomicFile, LargeContentRoundTrips) {
+    test::TempDir dir;
+    std::string content;
+    for (int i = 0; content.size() < 300'000; ++i)
+        content += std::to_string(i) + '\n';
+    ASSERT_TRUE(writeFileAtomically(dir.path() / "big", content).ok());
+    EXPECT_EQ(readWholeFile(dir.path() / "big").value(), content);
+}
+
+TEST(AtomicFile, FailureNamesThePathAndLeavesNoTempFile) {
+    test::TempDir dir;
+    fs::create_directories(dir.path() / "occupied" / "inner");
+    // Targets that fail for root too: a folder in the way, and a parent that does not exist.
+    for (const auto& target : {dir.path() / "occupied", dir.path() / "missing" / "file.json"}) {
+        SCOPED_TRACE(target.string());
+        const auto written = writeFileAtomically(target, "content");
+        ASSERT_FALSE(written.ok());
+        EXPECT_NE(written.error().find(target.filename().string()), std::string::npos) << written.error();
+        EXPECT_EQ(test::entriesOf(dir.path()), std::vector<std::string>{"occupied"});
+        EXPECT_EQ(test::entriesOf(dir.path() / "occupied"), std::vector<std::string>{"inner"});
+    }
+}
+
+// A file size limit makes write() fail half-way, also for root.
+TEST(AtomicFile, AWriteThatFailsHalfWayLeavesTheOldFileWhole) {
+    test::TempDir dir;
+    const auto file = dir.write("settings.json", "{\"old\": true}\n");
+
+    rlimit saved{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &saved), 0);
+    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = saved;
+    small.rlim_cur = 4096;
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const auto written = writeFileAtomically(file, std::string(100'000, 'x'));
+    ::setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, previousHandler);
+
+    ASSERT_FALSE(written.ok());
+    EXPECT_FALSE(written.error().empty());
+    EXPECT_EQ(readWholeFile(file).value(), "{\"old\": true}\n");
+    EXPECT_EQ(test::entriesOf(dir.path()), std::vector<std::string>{"settings.json"});
+}
+
+TEST(AtomicFile, ReadRefusesWhatIsNoRegularFile) {
+    test::TempDir dir;
+    fs::create_directories(dir.path() / "folder");
+    EXPECT_FALSE(readWholeFile(dir.path() / "folder").ok());
+    EXPECT_FALSE(readWholeFile(dir.path() / "missing").ok());
+}
+
+TEST(AtomicFile, ReadRefusesAFifoWithoutWaitingForAWriter) {
+    test::TempDir dir;
+    const auto fifo = dir.path() / "status.json";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+
+    auto reading = std::async(std::launch::async, [&] { return readWholeFile(fifo).ok(); });
+    if (reading.wait_for(5s) != std::future_status::ready) {
+        ADD_FAILURE() << "readWholeFile blocked on a FIFO";
+        // Release the blocked reader so that the test can end.
+        const int writer = ::open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+        if (writer >= 0) ::close(writer);
+    }
+    EXPECT_FALSE(reading.get());
+}
+
+} // namespace
+} // namespace tovrin

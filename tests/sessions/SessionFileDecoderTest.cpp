@@ -1,0 +1,216 @@
+#include "sessions/SessionFileDecoder.h"
+
+#include "core/Iso8601.h"
+#include "sessions/ProcessLiveness.h"
+#include "support/SampleSessions.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tovrin {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+const TimePoint kUpdated = *parseIso8601("2026-11-22T10:00:00Z");
+
+Json baseFile() {
+    return test::statusFile("claude-code", "s1", SessionState::waiting, kUpdated);
+}
+
+std::optional<AgentSession> decodeJson(const Json& json) {
+    SessionFileDecoder decoder;
+    return decoder.decode(json.dump());
+}
+
+void expectSameSession(const AgentSession& actual, const AgentSession& expected) {
+    EXPECT_EQ(actual.schemaVersion, expected.schemaVersion);
+    EXPECT_EQ(actual.tool, expected.tool);
+    EXPECT_EQ(actual.surface, expected.surface);
+    EXPECT_EQ(actual.sessionId, expected.sessionId);
+    EXPECT_EQ(actual.pid, expected.pid);
+    EXPECT_EQ(actual.state, expected.state);
+    EXPECT_EQ(actual.reason, expected.reason);
+    EXPECT_EQ(actual.transcriptPath, expected.transcriptPath);
+    EXPECT_EQ(actual.cwd, expected.cwd);
+    EXPECT_EQ(actual.root, expected.root);
+    EXPECT_EQ(actual.title, expected.title);
+    EXPECT_EQ(actual.locator.has_value(), expected.locator.has_value());
+    EXPECT_TRUE(actual.locator == expected.locator);
+    EXPECT_EQ(formatIso8601(actual.startedAt), formatIso8601(expected.startedAt));
+    EXPECT_EQ(formatIso8601(actual.updatedAt), formatIso8601(expected.updatedAt));
+    EXPECT_TRUE(actual == expected);
+}
+
+TEST(SessionFileDecoderTest, DecodesEveryFieldOfAFullFile) {
+    Json json = baseFile();
+    json["pid"] = 4242;
+    json["reason"] = "Permission needed";
+    json["transcriptPath"] = "/home/dev/.agent/t.jsonl";
+    json["root"] = "/home/dev/projects";
+    json["locator"] = {{"termProgram", "kitty"}, {"tmuxPane", "%3"},    {"itermSession", "w0t1p0"},
+                       {"weztermPane", "7"},     {"tty", "/dev/pts/4"}, {"app", "Terminal"}};
+    json["startedAt"] = "2026-11-22T10:30:00+01:00"; // 09:30Z: offsets are honoured
+
+    AgentSession expected = test::session("claude-code", "s1", SessionState::waiting, kUpdated);
+    expected.pid = 4242;
+    expected.reason = "Permission needed";
+    expected.transcriptPath = "/home/dev/.agent/t.jsonl";
+    expected.root = "/home/dev/projects";
+    expected.locator = Locator{"kitty", "%3", "w0t1p0", "7", "/dev/pts/4", "Terminal"};
+    expected.startedAt = *parseIso8601("2026-11-22T09:30:00Z");
+
+    const auto decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    expectSameSession(*decoded, expected);
+}
+
+TEST(SessionFileDecoderTest, DecodesTheMinimalFile) {
+    const auto decoded = decodeJson(baseFile());
+    ASSERT_TRUE(decoded.has_value());
+    expectSameSession(*decoded, test::session("claude-code", "s1", SessionState::waiting, kUpdated));
+}
+
+TEST(SessionFileDecoderTest, DecodesEachStateWord) {
+    for (const auto state : {SessionState::working, SessionState::waiting, SessionState::idle}) {
+        const auto decoded = decodeJson(test::statusFile("codex-cli", "s", state, kUpdated));
+        ASSERT_TRUE(decoded.has_value()) << rawValue(state);
+        EXPECT_EQ(decoded->state, state);
+    }
+}
+
+struct Case {
+    std::string name;
+    std::function<void(Json&)> edit;
+};
+
+std::vector<Case> rejectedCases() {
+    std::vector<Case> cases;
+    const std::vector<std::string> requiredStrings = {"tool", "surface", "sessionId", "state",
+                                                      "cwd",  "title",   "startedAt", "updatedAt"};
+    for (const auto& key : requiredStrings) {
+        cases.push_back({key + " missing", [key](Json& j) { j.erase(key); }});
+        cases.push_back({key + " null", [key](Json& j) { j[key] = nullptr; }});
+        cases.push_back({key + " as number", [key](Json& j) { j[key] = 1; }});
+        cases.push_back({key + " as array", [key](Json& j) { j[key] = Json::array({j[key]}); }});
+    }
+    cases.push_back({"schemaVersion missing", [](Json& j) { j.erase("schemaVersion"); }});
+    cases.push_back({"schemaVersion null", [](Json& j) { j["schemaVersion"] = nullptr; }});
+    cases.push_back({"schemaVersion as string", [](Json& j) { j["schemaVersion"] = "1"; }});
+    cases.push_back({"schemaVersion fractional", [](Json& j) { j["schemaVersion"] = 1.5; }});
+    cases.push_back({"schemaVersion as bool", [](Json& j) { j["schemaVersion"] = true; }});
+
+    cases.push_back({"pid as string", [](Json& j) { j["pid"] = "123"; }});
+    cases.push_back({"pid fractional", [](Json& j) { j["pid"] = 12.5; }});
+    cases.push_back({"reason as number", [](Json& j) { j["reason"] = 7; }});
+    cases.push_back({"transcriptPath as bool", [](Json& j) { j["transcriptPath"] = false; }});
+    cases.push_back({"root as object", [](Json& j) { j["root"] = Json::object(); }});
+    cases.push_back({"locator as array", [](Json& j) { j["locator"] = Json::array(); }});
+    cases.push_back({"locator as string", [](Json& j) { j["locator"] = "tmux"; }});
+    cases.push_back({"locator field as number", [](Json& j) { j["locator"] = {{"tmuxPane", 3}}; }});
+    cases.push_back({"locator field as object", [](Json& j) { j["locator"] = {{"app", Json::object()}}; }});
+
+    for (const char* word : {"thinking", "Working", "WAITING", " idle", ""}) {
+        cases.push_back({std::string("state '") + word + "'", [word](Json& j) { j["state"] = word; }});
+    }
+    for (const char* date : {"2026-11-22T10:00:00.5Z", "2026-11-22T10:00:00.000+00:00", "2026-11-22T10:00:00",
+                             "2026-11-22 10:00:00Z", "2026-11-22", "2026-13-22T10:00:00Z", "1700000000"}) {
+        cases.push_back(
+            {std::string("updatedAt '") + date + "'", [date](Json& j) { j["updatedAt"] = date; }});
+        cases.push_back(
+            {std::string("startedAt '") + date + "'", [date](Json& j) { j["startedAt"] = date; }});
+    }
+    // Beyond int64 the value cannot be held: refused rather than wrapped or rounded.
+    cases.push_back({"pid beyond int64", [](Json& j) { j["pid"] = 9223372036854775808ull; }});
+    cases.push_back({"pid as exponent", [](Json& j) { j["pid"] = 1e30; }});
+    return cases;
+}
+
+TEST(SessionFileDecoderTest, RefusesFilesThatBreakTheFormat) {
+    for (const auto& c : rejectedCases()) {
+        Json json = baseFile();
+        c.edit(json);
+        EXPECT_FALSE(decodeJson(json).has_value()) << c.name << ": " << json.dump();
+    }
+}
+
+TEST(SessionFileDecoderTest, NullOptionalFieldsAreAbsent) {
+    for (const char* key : {"pid", "reason", "transcriptPath", "root", "locator"}) {
+        Json json = baseFile();
+        json[key] = nullptr;
+        const auto decoded = decodeJson(json);
+        ASSERT_TRUE(decoded.has_value()) << key;
+        EXPECT_TRUE(*decoded == test::session("claude-code", "s1", SessionState::waiting, kUpdated)) << key;
+    }
+}
+
+TEST(SessionFileDecoderTest, LocatorAbsentDiffersFromEmpty) {
+    Json json = baseFile();
+    auto decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    EXPECT_FALSE(decoded->locator.has_value());
+
+    json["locator"] = Json::object();
+    decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    ASSERT_TRUE(decoded->locator.has_value());
+    EXPECT_TRUE(*decoded->locator == Locator{});
+
+    // Null fields count as absent, unknown fields are ignored.
+    json["locator"] = {{"tty", nullptr}, {"app", "Cursor"}, {"kittyWindow", 12}};
+    decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    Locator cursorOnly;
+    cursorOnly.app = "Cursor";
+    EXPECT_TRUE(decoded->locator == cursorOnly);
+}
+
+TEST(SessionFileDecoderTest, NewerSchemaWithUnknownKeysIsRead) {
+    Json json = baseFile();
+    json["schemaVersion"] = 99;
+    json["futureField"] = {{"nested", Json::array({1, "two", nullptr})}};
+    const auto decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    AgentSession expected = test::session("claude-code", "s1", SessionState::waiting, kUpdated);
+    expected.schemaVersion = 99;
+    expectSameSession(*decoded, expected);
+}
+
+TEST(SessionFileDecoderTest, PidBeyond32BitsDecodesButCountsAsDead) {
+    Json json = baseFile();
+    json["pid"] = 4294967296ll + 1; // would alias pid 1 if truncated to 32 bits
+    const auto decoded = decodeJson(json);
+    ASSERT_TRUE(decoded.has_value());
+    EXPECT_EQ(decoded->pid, 4294967297ll);
+    EXPECT_FALSE(processExists(*decoded->pid));
+}
+
+TEST(SessionFileDecoderTest, RefusesWhatIsNotOneObjectOfValidJson) {
+    const std::string good = baseFile().dump();
+    const std::vector<std::string> inputs = {
+        "",
+        "   ",
+        "null",
+        "42",
+        "\"text\"",
+        "[" + good + "]",
+        good.substr(0, good.size() / 2),
+        good + " {}",
+        good + ",",
+        "\xff\xfe{\"garbage",
+        std::string(
+            "{\"schemaVersion\":1,\"tool\":\"claude-code\",\"surface\":\"cli\",\"sessionId\":\"s\x80\","
+            "\"state\":\"idle\",\"cwd\":\"/w\",\"title\":\"t\",\"startedAt\":\"2026-11-22T10:00:00Z\","
+            "\"updatedAt\":\"2026-11-22T10:00:00Z\"}"),
+    };
+    SessionFileDecoder decoder;
+    for (const auto& input : inputs)
+        EXPECT_FALSE(decoder.decode(input).has_value()) << input;
+    // The reused parser is not left in a bad state by what it refused.
+    EXPECT_TRUE(decoder.decode(good).has_value());
+}
+
+} // namespace
+} // namespace tovrin

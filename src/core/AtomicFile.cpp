@@ -85,4 +85,9 @@ Result<std::string> readWholeFile(const std::filesystem::path& path) {
     return content;
 }
 
+bool existsAt(const std::filesystem::path& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
 } // namespace tovrin

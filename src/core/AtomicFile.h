@@ -18,4 +18,7 @@ Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_
 // Reads a whole regular file; fails for anything else (missing, directory, FIFO ...).
 Result<std::string> readWholeFile(const std::filesystem::path& path);
 
+// Whether anything is at the path, a dangling symlink included; never follows links.
+bool existsAt(const std::filesystem::path& path);
+
 } // namespace tovrin

@@ -36,7 +36,8 @@ std::filesystem::path TempDir::write(const std::string& relative, std::string_vi
 
 std::vector<std::string> entriesOf(const std::filesystem::path& dir) {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(dir)) names.push_back(entry.path().filename().string());
+    for (const auto& entry : std::filesystem::directory_iterator(dir))
+        names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
 }

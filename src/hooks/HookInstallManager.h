@@ -1,0 +1,69 @@
+#pragma once
+
+#include "core/Result.h"
+#include "hooks/AdapterResources.h"
+#include "hooks/HookFileStoring.h"
+#include "hooks/HookTarget.h"
+#include "hooks/HookTemplateRenderer.h"
+#include "hooks/VSCodeHookRegistrar.h"
+#include "hooks/WriterInstaller.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tovrin {
+
+// The order of installing and removing hooks: writer, template, the agent's file, the merge,
+// the write, and for VS Code the editors' settings. Holds no state: every call reads the disk.
+// Runs only on the user's clicks, on the main loop.
+class HookInstallManager {
+public:
+    struct State {
+        enum class Kind { installed, notInstalled, agentMissing, unreadable };
+        Kind kind = Kind::notInstalled;
+        std::string reason; // the read error's text, for `unreadable` only
+
+        static State installed() { return {Kind::installed, {}}; }
+        static State notInstalled() { return {Kind::notInstalled, {}}; }
+        static State agentMissing() { return {Kind::agentMissing, {}}; }
+        static State unreadable(std::string why) { return {Kind::unreadable, std::move(why)}; }
+        bool operator==(const State&) const = default;
+    };
+    using SkippedSettings = VSCodeHookRegistrar::SkippedSettings;
+
+    HookInstallManager(AdapterResources resources, WriterInstaller writerInstaller,
+                       HookTemplateRenderer renderer, std::shared_ptr<HookFileStoring> store,
+                       VSCodeHookRegistrar vsCode);
+
+    // The usual graph for one home folder: writer in <home>/.tovrin, the registrar over `store`.
+    static HookInstallManager forHome(const std::filesystem::path& home, AdapterResources resources,
+                                      std::shared_ptr<HookFileStoring> store);
+
+    // Installs one target afresh. For `vscode` the result lists editors whose settings could
+    // not be changed; the hook file is in place all the same.
+    Result<std::vector<SkippedSettings>> install(const HookTarget& target) const;
+    // Installs every default target whose agent is present, dropping single failures; returns
+    // those that succeeded, in order.
+    std::vector<HookTarget> installDefaults(const std::vector<HookTarget>& targets) const;
+    State state(const HookTarget& target) const;
+    // A merged file is rewritten, never deleted; a dedicated file goes with its backup.
+    Result<void> uninstall(const HookTarget& target) const;
+    // Every target whatever its state, then the writer; failures are dropped.
+    void uninstallAll(const std::vector<HookTarget>& targets) const;
+
+    const AdapterResources& resources() const { return m_resources; }
+    const WriterInstaller& writerInstaller() const { return m_writerInstaller; }
+    const VSCodeHookRegistrar& vsCode() const { return m_vsCode; }
+
+    static constexpr std::string_view vsCodeTargetId = "vscode";
+
+private:
+    AdapterResources m_resources;
+    WriterInstaller m_writerInstaller;
+    HookTemplateRenderer m_renderer;
+    std::shared_ptr<HookFileStoring> m_store;
+    VSCodeHookRegistrar m_vsCode;
+};
+
+} // namespace tovrin

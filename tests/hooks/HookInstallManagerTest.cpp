@@ -1,0 +1,250 @@
+#include "hooks/HookInstallManager.h"
+
+#include "hooks/HookConfigMerger.h"
+#include "hooks/HookFileError.h"
+#include "hooks/HookFileStore.h"
+#include "support/SamplePayload.h"
+#include "support/TempDir.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using State = HookInstallManager::State;
+
+std::vector<std::string> idsOf(const std::vector<HookTarget>& targets) {
+    std::vector<std::string> ids;
+    for (const auto& t : targets)
+        ids.push_back(t.id);
+    return ids;
+}
+
+// A temporary home with the sample payload beside it and the real file store.
+class HookInstallManagerTest : public ::testing::Test {
+protected:
+    HookInstallManagerTest()
+        : home(dir.path() / "my home"),
+          manager(HookInstallManager::forHome(home, test::writeSamplePayload(dir.path() / "Adapters"),
+                                              std::make_shared<HookFileStore>())),
+          targets(HookTarget::all(home)) {
+        fs::create_directories(home);
+    }
+
+    const HookTarget& target(const std::string& id) const {
+        return *std::find_if(targets.begin(), targets.end(), [&](const HookTarget& t) { return t.id == id; });
+    }
+    fs::path put(const std::string& relative, const std::string& content) const {
+        return dir.write("my home/" + relative, content);
+    }
+    void presentAgents(std::initializer_list<const char*> folders) const {
+        for (const char* folder : folders)
+            fs::create_directories(home / folder);
+    }
+    json read(const fs::path& file) const { return json::parse(test::readText(file)); }
+    std::vector<State> states() const {
+        std::vector<State> result;
+        for (const auto& t : targets)
+            result.push_back(manager.state(t));
+        return result;
+    }
+
+    test::TempDir dir;
+    fs::path home;
+    HookInstallManager manager;
+    std::vector<HookTarget> targets;
+};
+
+TEST_F(HookInstallManagerTest, OnlyClaudePresentSetsUpOnlyClaude) {
+    presentAgents({".claude"});
+    EXPECT_EQ(idsOf(manager.installDefaults(targets)), std::vector<std::string>{"claude-code"});
+
+    const auto settings = read(home / ".claude/settings.json");
+    EXPECT_EQ(settings["hooks"]["Stop"][0]["hooks"][0]["command"],
+              "'" + (home / ".tovrin/agent-status.sh").string() + "' claude-code stop");
+    EXPECT_EQ(test::readText(home / ".tovrin/agent-status.sh"), test::sampleWriter);
+    EXPECT_EQ(test::readText(home / ".tovrin/.writer-version"), WriterInstaller::currentAppVersion());
+    EXPECT_EQ(states(),
+              (std::vector<State>{State::installed(), State::agentMissing(), State::agentMissing(),
+                                  State::agentMissing(), State::agentMissing(), State::agentMissing()}));
+}
+
+TEST_F(HookInstallManagerTest, SetUpIsRepeatableAndNeverTouchesOptInTargets) {
+    presentAgents({".claude", ".codex", ".copilot", ".cursor", ".gemini", ".config/Code/User"});
+    put(".claude/settings.json", R"({"model": "x", "hooks": {"Stop": [{"hooks": [{"command": "mine"}]}]}})");
+    const std::vector<std::string> defaults{"claude-code", "codex", "copilot-cli", "vscode"};
+
+    EXPECT_EQ(idsOf(manager.installDefaults(targets)), defaults);
+    const auto firstClaude = test::readText(home / ".claude/settings.json");
+    const auto firstCopilot = test::readText(home / ".copilot/hooks/tovrin.json");
+    EXPECT_EQ(idsOf(manager.installDefaults(targets)), defaults);
+    EXPECT_EQ(test::readText(home / ".claude/settings.json"), firstClaude);
+    EXPECT_EQ(test::readText(home / ".copilot/hooks/tovrin.json"), firstCopilot);
+
+    const auto claude = read(home / ".claude/settings.json");
+    EXPECT_EQ(claude["model"], "x");
+    EXPECT_EQ(claude["hooks"]["Stop"].size(), 2u) << "the user's group first, ours after it, once";
+    EXPECT_EQ(claude["hooks"]["Stop"][0]["hooks"][0]["command"], "mine");
+    EXPECT_TRUE(read(
+        home / ".config/Code/User/settings.json")["chat.hookFilesLocations"]["~/.tovrin/vscode-hooks.json"]);
+    EXPECT_FALSE(fs::exists(home / ".cursor/hooks.json"));
+    EXPECT_FALSE(fs::exists(home / ".gemini/config"));
+    EXPECT_EQ(states(),
+              (std::vector<State>{State::installed(), State::installed(), State::installed(),
+                                  State::installed(), State::notInstalled(), State::notInstalled()}));
+}
+
+TEST_F(HookInstallManagerTest, AFileWithCommentsIsLeftAloneAndTheOthersGoOn) {
+    presentAgents({".codex"});
+    const std::string commented = "{\n  // my settings\n  \"model\": \"x\"\n}\n";
+    const auto file = put(".claude/settings.json", commented);
+
+    EXPECT_EQ(idsOf(manager.installDefaults(targets)), std::vector<std::string>{"codex"});
+    EXPECT_EQ(test::readText(file), commented);
+    EXPECT_FALSE(fs::exists(HookFileStore::backupPath(file)));
+    EXPECT_EQ(manager.state(target("claude-code")), State::unreadable(HookFileError::unreadableJSON(file)));
+
+    const auto install = manager.install(target("claude-code"));
+    ASSERT_FALSE(install);
+    EXPECT_EQ(install.error(),
+              "settings.json is not plain JSON (it may use comments). Tovrin left it untouched.");
+    ASSERT_FALSE(manager.uninstall(target("claude-code"))) << "an unreadable file can't be uninstalled from";
+    EXPECT_EQ(test::readText(file), commented);
+}
+
+TEST_F(HookInstallManagerTest, StatesOfFilesThatAreAbsentEmptyOrOdd) {
+    presentAgents({".claude", ".copilot/hooks"});
+    put(".codex", "a plain file counts as the agent being there");
+    put(".cursor/hooks.json", "");
+    put(".gemini/config/hooks.json", R"({"tovrin": {"hooks": "someone else's block"}})");
+    EXPECT_EQ(states(),
+              (std::vector<State>{State::notInstalled(), State::notInstalled(), State::notInstalled(),
+                                  State::agentMissing(), State::notInstalled(), State::notInstalled()}));
+
+    fs::create_directories(home / ".claude/settings.json"); // a folder where the file should be
+    EXPECT_EQ(manager.state(target("claude-code")).kind, State::Kind::unreadable);
+    EXPECT_FALSE(manager.state(target("claude-code")).reason.empty());
+}
+
+TEST_F(HookInstallManagerTest, VSCodeNeedsItsFileAndAnEditorPointingAtIt) {
+    presentAgents({".config/VSCodium/User"});
+    const auto& vscode = target("vscode");
+    EXPECT_EQ(manager.state(vscode), State::notInstalled());
+
+    // Only a commented settings file: the hook file lands, the editor is reported, and nothing
+    // points at the file yet.
+    const std::string commented = "{ /* mine */ }";
+    const auto codium = put(".config/VSCodium/User/settings.json", commented);
+    auto install = manager.install(vscode);
+    ASSERT_TRUE(install) << install.error();
+    EXPECT_EQ(install.value(), (std::vector<VSCodeHookRegistrar::SkippedSettings>{
+                                   {codium, HookFileError::unreadableJSON(codium)}}));
+    EXPECT_EQ(test::readText(codium), commented);
+    EXPECT_TRUE(HookConfigMerger::isInstalled(read(home / ".tovrin/vscode-hooks.json"), vscode.strategy));
+    EXPECT_EQ(manager.state(vscode), State::notInstalled());
+
+    presentAgents({".config/Code/User"});
+    install = manager.install(vscode);
+    ASSERT_TRUE(install);
+    EXPECT_EQ(install.value().size(), 1u);
+    EXPECT_EQ(manager.state(vscode), State::installed());
+
+    put(".tovrin/vscode-hooks.json", "{oops");
+    EXPECT_EQ(manager.state(vscode), State::notInstalled()) << "our own file is never shown as unreadable";
+    install = manager.install(vscode);
+    ASSERT_FALSE(install);
+    EXPECT_EQ(install.error(),
+              "vscode-hooks.json is not plain JSON (it may use comments). Tovrin left it untouched.");
+}
+
+TEST_F(HookInstallManagerTest, UninstallKeepsMergedFilesAndDeletesDedicatedOnes) {
+    presentAgents({".claude", ".copilot", ".cursor"});
+    ASSERT_TRUE(manager.uninstall(target("claude-code")));
+    EXPECT_FALSE(fs::exists(home / ".claude/settings.json")) << "nothing to clean, nothing written";
+
+    put(".cursor/hooks.json", R"({"version": 2, "hooks": {"stop": [{"command": "mine"}]}})");
+    for (const char* id : {"claude-code", "copilot-cli", "cursor"})
+        ASSERT_TRUE(manager.install(target(id)));
+    ASSERT_TRUE(manager.install(target("copilot-cli"))); // a second write leaves a backup
+    ASSERT_TRUE(fs::exists(home / ".copilot/hooks/tovrin.json.tovrin.bak"));
+
+    for (const char* id : {"claude-code", "copilot-cli", "cursor"})
+        ASSERT_TRUE(manager.uninstall(target(id)));
+    EXPECT_EQ(read(home / ".claude/settings.json"), json::object());
+    EXPECT_EQ(read(home / ".cursor/hooks.json"),
+              json({{"version", 2}, {"hooks", {{"stop", {{{"command", "mine"}}}}}}}));
+    EXPECT_EQ(test::entriesOf(home / ".copilot/hooks"), std::vector<std::string>{});
+    EXPECT_EQ(states(),
+              (std::vector<State>{State::notInstalled(), State::agentMissing(), State::notInstalled(),
+                                  State::agentMissing(), State::notInstalled(), State::agentMissing()}));
+}
+
+TEST_F(HookInstallManagerTest, UninstallAllRemovesEverythingOfOursAndLeavesTheFolder) {
+    presentAgents({".claude", ".gemini", ".config/Code/User"});
+    put(".gemini/config/hooks.json", R"({"other": true})");
+    ASSERT_TRUE(manager.install(target("claude-code")));
+    ASSERT_TRUE(manager.install(target("vscode")));
+    ASSERT_TRUE(manager.install(target("antigravity")));
+    put(".codex/hooks.json", "{ // broken\n}"); // a failure on the way does not stop the rest
+
+    manager.uninstallAll(targets);
+    EXPECT_EQ(test::entriesOf(home / ".tovrin"), std::vector<std::string>{});
+    EXPECT_EQ(read(home / ".gemini/config/hooks.json"), json({{"other", true}}));
+    EXPECT_EQ(read(home / ".config/Code/User/settings.json"), json::object());
+    for (const auto& state : states())
+        EXPECT_NE(state, State::installed());
+}
+
+TEST_F(HookInstallManagerTest, ABrokenPayloadFailsBeforeTheAgentsFileIsTouched) {
+    presentAgents({".claude"});
+    const auto file = put(".claude/settings.json", R"({"a": 1})");
+    fs::remove(dir.path() / "Adapters/configs/claude-code.json");
+    auto install = manager.install(target("claude-code"));
+    ASSERT_FALSE(install);
+    EXPECT_NE(install.error().find("claude-code.json"), std::string::npos) << install.error();
+
+    fs::remove(dir.path() / "Adapters/agent-status.sh");
+    install = manager.install(target("codex"));
+    ASSERT_FALSE(install);
+    EXPECT_EQ(install.error(), AdapterResources::payloadMissingMessage());
+    EXPECT_EQ(test::readText(file), R"({"a": 1})");
+    EXPECT_TRUE(manager.installDefaults(targets).empty());
+}
+
+// The shipped templates, once they exist: each renders, installs, reads as installed and comes
+// out again.
+TEST_F(HookInstallManagerTest, EveryShippedTemplateInstallsAndUninstalls) {
+    const fs::path shipped = TOVRIN_SOURCE_ADAPTERS_DIR;
+    std::error_code ignored;
+    if (!fs::exists(shipped / "configs") || fs::is_empty(shipped / "configs", ignored))
+        GTEST_SKIP() << "no templates in " << shipped;
+    fs::remove_all(dir.path() / "Adapters/configs");
+    fs::copy(shipped / "configs", dir.path() / "Adapters/configs");
+    if (fs::exists(shipped / "agent-status.sh"))
+        fs::copy_file(shipped / "agent-status.sh", dir.path() / "Adapters/agent-status.sh",
+                      fs::copy_options::overwrite_existing);
+    presentAgents({".claude", ".codex", ".copilot", ".cursor", ".gemini", ".config/Code/User"});
+
+    for (const auto& t : targets) {
+        SCOPED_TRACE(t.id);
+        if (!fs::exists(dir.path() / "Adapters/configs" / (t.templateName + ".json"))) {
+            ADD_FAILURE() << "template missing";
+            continue;
+        }
+        const auto installed = manager.install(t);
+        ASSERT_TRUE(installed) << installed.error();
+        EXPECT_TRUE(installed.value().empty());
+        EXPECT_EQ(manager.state(t), State::installed());
+        const auto text = test::readText(t.configPath);
+        EXPECT_EQ(text.find("{{AGENT_STATUS_SH}}"), std::string::npos);
+        EXPECT_NE(text.find("'" + (home / ".tovrin/agent-status.sh").string() + "'"), std::string::npos);
+        ASSERT_TRUE(manager.uninstall(t));
+        EXPECT_EQ(manager.state(t), State::notInstalled());
+    }
+}
+
+} // namespace
+} // namespace tovrin

@@ -29,6 +29,7 @@ test-asan:
 bench:
 	@$(MAKE) --no-print-directory build PRESET=release
 	@build/release/bench/tovrin_refresh_bench
+	@build/release/bench/tovrin_alert_latency_bench
 
 clean:
 	@rm -rf build

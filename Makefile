@@ -2,7 +2,7 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps configure build run test test-asan bench clean
+.PHONY: all deps configure build run test test-asan test-agents bench clean
 
 all: build
 
@@ -25,6 +25,10 @@ test: build
 # The same suite under the address and undefined-behaviour sanitizers.
 test-asan:
 	@$(MAKE) --no-print-directory test PRESET=asan
+
+# The real agents from npm, offline against a mock model API, with our hooks installed.
+test-agents: build
+	@tests/agents/run-real-agents.sh
 
 bench:
 	@$(MAKE) --no-print-directory build PRESET=release

@@ -211,6 +211,11 @@ resolve_tool() {
     # editor's window; the editor's process outlives its chats, so it is not their pid, and
     # terminal variables it inherited from wherever it was started would mislead.
     TERM_PROGRAM_NAME=${TERM_PROGRAM-} TMUX_PANE_ID=${TMUX_PANE-} WEZTERM_PANE_ID=${WEZTERM_PANE-}
+    # Codex may run hooks in a background app server shared by its sessions and outliving
+    # them: its pid, terminal and environment belong to whichever session started it.
+    if [ "$TOOL" = codex-cli ] && [ -n "$AGENT_PID" ] && grep -qs -- app-server "/proc/$AGENT_PID/cmdline"; then
+        AGENT_PID='' AGENT_TTY='' HOST_APP='' TERM_PROGRAM_NAME='' TMUX_PANE_ID='' WEZTERM_PANE_ID=''
+    fi
     case $TOOL in
     copilot-vscode | cursor-ide | antigravity-ide)
         SURFACE=ide

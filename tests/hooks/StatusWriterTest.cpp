@@ -555,6 +555,18 @@ TEST_F(StatusWriterTest, FindsTheAgentAndItsHostInTheProcessTree) {
         EXPECT_FALSE(recorded().pid.has_value());
         EXPECT_FALSE(recorded().locator->tmuxPane.has_value());
     }
+
+    // Codex may run hooks in a background app server that its sessions share and that outlives
+    // them: neither its pid nor its terminal belongs to the session.
+    fs::remove_all(statusDir());
+    Tree appServer;
+    appServer.agent = "codex-app-server";
+    appServer.tty = terminal.name();
+    expectQuiet(run("codex-cli", "Stop", sample, {"TMUX_PANE=%4"}, appServer));
+    EXPECT_EQ(recorded().tool, "codex-cli");
+    EXPECT_FALSE(recorded().pid.has_value());
+    EXPECT_FALSE(recorded().locator.value_or(Locator{}).tty.has_value());
+    EXPECT_FALSE(recorded().locator.value_or(Locator{}).tmuxPane.has_value());
 }
 
 } // namespace

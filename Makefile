@@ -2,14 +2,17 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps configure build run test test-asan test-agents bench clean
+.PHONY: all deps test-deps configure build run test test-asan test-agents bench clean
 
 all: build
 
 deps:
 	@./scripts/install-deps
 
-configure: deps
+test-deps:
+	@./scripts/install-deps --test
+
+configure: deps test-deps
 	@cmake --preset $(PRESET) >/dev/null
 
 build: configure
@@ -34,6 +37,7 @@ bench:
 	@$(MAKE) --no-print-directory build PRESET=release
 	@build/release/bench/tovrin_refresh_bench
 	@build/release/bench/tovrin_alert_latency_bench
+	@bench/watch-memory.sh build/release
 
 clean:
 	@rm -rf build

@@ -1,5 +1,7 @@
 #include "platform/qt/QtMainLoop.h"
 
+#include "support/QtEventLoopTest.h"
+
 #include <QCoreApplication>
 #include <chrono>
 #include <gtest/gtest.h>
@@ -13,34 +15,9 @@ namespace {
 using namespace std::chrono_literals;
 using Steady = std::chrono::steady_clock;
 
-class QtMainLoopTest : public ::testing::Test {
+class QtMainLoopTest : public test::QtEventLoopTest {
 protected:
-    static void SetUpTestSuite() {
-        if (!QCoreApplication::instance()) app = std::make_unique<QCoreApplication>(argc, argv);
-    }
-    static void TearDownTestSuite() { app.reset(); }
-
-    // Runs the event loop until `done` holds or the time is up; returns whether it held.
-    static bool pumpUntil(const std::function<bool()>& done, std::chrono::milliseconds timeout = 5s) {
-        const auto deadline = Steady::now() + timeout;
-        while (!done()) {
-            if (Steady::now() > deadline) return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-            std::this_thread::sleep_for(1ms);
-        }
-        return true;
-    }
-    static void pumpFor(std::chrono::milliseconds duration) {
-        pumpUntil([] { return false; }, duration);
-    }
-
     QtMainLoop loop;
-
-private:
-    static inline int argc = 1;
-    static inline char name[] = "tovrin_platform_tests";
-    static inline char* argv[] = {name, nullptr};
-    static inline std::unique_ptr<QCoreApplication> app;
 };
 
 TEST_F(QtMainLoopTest, PostedTasksRunOnTheLoopThreadInOrderAndNeverInsidePost) {

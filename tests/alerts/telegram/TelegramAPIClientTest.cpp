@@ -1,0 +1,244 @@
+#include "alerts/telegram/TelegramAPIClient.h"
+
+#include "support/FakeHttpClient.h"
+#include "support/ManualLoop.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace tovrin {
+namespace {
+
+using Kind = TelegramError::Kind;
+const std::string token = "123456:SECRET-token_x";
+
+class TelegramAPIClientTest : public ::testing::Test {
+protected:
+    // Runs one call and hands back its single outcome, after the fake server's answer.
+    template <class T, class Start, class Answer>
+    std::optional<Result<T, TelegramError>> outcome(Start start, Answer answer) {
+        std::optional<Result<T, TelegramError>> result;
+        int calls = 0;
+        start([&](Result<T, TelegramError> r) {
+            ++calls;
+            result.emplace(std::move(r));
+        });
+        EXPECT_FALSE(result) << "answered before the server did";
+        if (http.pendingCount() > 0) answer();
+        loop.drain();
+        EXPECT_EQ(calls, 1);
+        return result;
+    }
+    Result<std::string, TelegramError> verify(std::function<void()> answer, const std::string& tok = token) {
+        return *outcome<std::string>([&](auto done) { client.verifyBot(tok, done); }, answer);
+    }
+    Result<TelegramChat, TelegramError> discover(const std::string& body) {
+        return *outcome<TelegramChat>([&](auto done) { client.discoverChat(token, done); },
+                                      [&] { http.respond(200, body); });
+    }
+
+    test::FakeHttpClient http;
+    test::ManualLoop loop;
+    TelegramAPIClient client{http, loop, "https://bots.test"};
+};
+
+TEST_F(TelegramAPIClientTest, GetCallsCarryNoBodyNoHeaderAndNoQuery) {
+    client.verifyBot(token, [](auto) {});
+    client.discoverChat(token, [](auto) {});
+    ASSERT_EQ(http.requests().size(), 2u);
+    EXPECT_EQ(http.requests()[0].url, "https://bots.test/bot" + token + "/getMe");
+    EXPECT_EQ(http.requests()[1].url, "https://bots.test/bot" + token + "/getUpdates");
+    for (const auto& request : http.requests()) {
+        EXPECT_EQ(request.method, "GET");
+        EXPECT_FALSE(request.body);
+        EXPECT_TRUE(request.headers.empty());
+        EXPECT_EQ(request.timeout.count(), 60);
+    }
+}
+
+TEST_F(TelegramAPIClientTest, SendMessagePostsTheChatIdAsAStringBesideThePlainText) {
+    client.sendMessage(token, "-1001", "2 agents are waiting\nCodex, \"x\"", [](auto) {});
+    ASSERT_EQ(http.requests().size(), 1u);
+    const auto& request = http.requests()[0];
+    EXPECT_EQ(request.method, "POST");
+    EXPECT_EQ(request.url, "https://bots.test/bot" + token + "/sendMessage");
+    EXPECT_EQ(request.headers, (decltype(request.headers){{"Content-Type", "application/json"}}));
+    const auto body = nlohmann::json::parse(request.body.value());
+    EXPECT_EQ(body, (nlohmann::json{{"chat_id", "-1001"}, {"text", "2 agents are waiting\nCodex, \"x\""}}));
+}
+
+TEST_F(TelegramAPIClientTest, TextThatCannotBeEncodedStillGoesOutAsAnEmptyPost) {
+    EXPECT_EQ(TelegramAPIClient::sendMessageBody("1", "bad \xff byte"), "");
+    client.sendMessage(token, "1", "bad \xff byte", [](auto) {});
+    ASSERT_EQ(http.requests().size(), 1u);
+    EXPECT_EQ(http.requests()[0].method, "POST");
+    EXPECT_EQ(http.requests()[0].body, std::optional<std::string>(""));
+}
+
+struct FailureRow {
+    const char* name;
+    std::function<void(test::FakeHttpClient&)> answer;
+    Kind kind;
+    std::string description; // exact, or the start of it for decoder texts
+};
+
+TEST_F(TelegramAPIClientTest, EveryFailureReachesTheCallerWithItsOwnWords) {
+    const std::vector<FailureRow> rows = {
+        {"401 with a JSON body",
+         [](auto& h) { h.respond(401, R"({"ok":false,"description":"Unauthorized"})"); }, Kind::unauthorized,
+         "Token rejected — double-check it with @BotFather."},
+        {"401 with an HTML body", [](auto& h) { h.respond(401, "<html>no</html>"); }, Kind::unauthorized,
+         "Token rejected — double-check it with @BotFather."},
+        {"404 with a description",
+         [](auto& h) { h.respond(404, R"({"ok":false,"description":"Not Found"})"); }, Kind::api,
+         "Telegram turned it away: Not Found"},
+        {"ok without result", [](auto& h) { h.respond(200, R"({"ok":true})"); }, Kind::api,
+         "Telegram turned it away: status 200"},
+        {"ok false with a result", [](auto& h) { h.respond(200, R"({"ok":false,"result":{"id":1}})"); },
+         Kind::api, "Telegram turned it away: status 200"},
+        {"500 without description", [](auto& h) { h.respond(500, R"({"ok":false,"description":null})"); },
+         Kind::api, "Telegram turned it away: status 500"},
+        {"502 HTML page", [](auto& h) { h.respond(502, "<html><body>Bad Gateway</body></html>"); },
+         Kind::decoding, "The reply isn't valid JSON"},
+        {"empty body", [](auto& h) { h.respond(200, ""); }, Kind::decoding, "The reply isn't valid JSON"},
+        {"ok is not a boolean", [](auto& h) { h.respond(200, R"({"ok":"true","result":{"id":1}})"); },
+         Kind::decoding, "The reply isn't in the expected format"},
+        {"no ok at all", [](auto& h) { h.respond(200, R"({"result":{"id":1}})"); }, Kind::decoding,
+         "The reply isn't in the expected format"},
+        {"a top-level array", [](auto& h) { h.respond(200, "[]"); }, Kind::decoding,
+         "The reply isn't in the expected format"},
+        {"result of the wrong shape", [](auto& h) { h.respond(200, R"({"ok":true,"result":{"id":"7"}})"); },
+         Kind::decoding, "The reply isn't in the expected format"},
+        {"not HTTP",
+         [](auto& h) {
+             h.answer(HttpResponse{std::nullopt, "{}"});
+         },
+         Kind::noResponse, "Couldn't reach Telegram. Check your connection and try again."},
+        {"timeout", [](auto& h) { h.fail(TransportError::Kind::timeout); }, Kind::transport,
+         "The request timed out."},
+        {"cannot connect", [](auto& h) { h.fail(TransportError::Kind::cannotConnect); }, Kind::transport,
+         "Could not connect to the server."},
+        {"other transport error",
+         [](auto& h) { h.fail(TransportError::Kind::other, "TLS handshake failed"); }, Kind::transport,
+         "TLS handshake failed"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto result = verify([&] { row.answer(http); });
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().kind(), row.kind);
+        const auto description = result.error().description();
+        if (row.kind == Kind::decoding)
+            EXPECT_TRUE(description.starts_with(row.description)) << description;
+        else
+            EXPECT_EQ(description, row.description);
+    }
+}
+
+TEST_F(TelegramAPIClientTest, ASuccessEnvelopeSucceedsUnderAnyStatusButUnauthorized) {
+    for (const int status : {200, 201, 404, 500}) {
+        const auto label =
+            verify([&] { http.respond(status, R"({"ok":true,"result":{"id":5,"username":"b"}})"); });
+        ASSERT_TRUE(label) << status;
+        EXPECT_EQ(label.value(), "@b");
+    }
+}
+
+TEST_F(TelegramAPIClientTest, ATokenThatBreaksTheUrlFailsLaterWithoutARequest) {
+    for (const std::string bad : {"12 34", "tab\there", "naïve", "pct%zz", "a|b"}) {
+        SCOPED_TRACE(bad);
+        const auto result = verify([] {}, bad);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().description(), "Telegram turned it away: Bad request URL");
+    }
+    EXPECT_TRUE(http.requests().empty());
+}
+
+TEST_F(TelegramAPIClientTest, TheTokenNeverShowsInAnErrorText) {
+    // A one-letter token also occurs inside the mask; masking must still come to an end.
+    for (const std::string& secret : {token, std::string("t")}) {
+        const auto echoed = "Bad token " + secret + " at /bot" + secret + "/getMe";
+        const std::vector<std::function<void()>> answers = {
+            [&] {
+                http.respond(400, nlohmann::json{{"ok", false}, {"description", echoed}}.dump());
+            },
+            [&] { http.fail(TransportError::Kind::other, echoed); },
+        };
+        for (const auto& answer : answers) {
+            const auto result = verify(answer, secret);
+            ASSERT_FALSE(result);
+            const auto description = result.error().description();
+            EXPECT_EQ(description.find("Bad"), description.starts_with("Telegram") ? 25u : 0u) << description;
+            EXPECT_EQ(description.find(secret + " at"), std::string::npos) << description;
+            EXPECT_EQ(description.find(token), std::string::npos) << description;
+        }
+    }
+}
+
+TEST_F(TelegramAPIClientTest, TheBotLabelPrefersTheUsernameThenTheFirstName) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {R"({"id":1,"is_bot":true,"username":"helper_bot","first_name":"Helper"})", "@helper_bot"},
+        {R"({"id":1,"first_name":"Helper","username":null})", "Helper"},
+        {R"({"id":1})", "bot"},
+        {R"({"id":1,"first_name":""})", ""},
+    };
+    for (const auto& [user, label] : rows) {
+        const auto result = verify([&] { http.respond(200, R"({"ok":true,"result":)" + user + "}"); });
+        ASSERT_TRUE(result) << user;
+        EXPECT_EQ(result.value(), label);
+    }
+}
+
+TEST_F(TelegramAPIClientTest, TheMostRecentUpdateWithAMessageGivesTheChat) {
+    const auto chat = discover(R"({"ok":true,"result":[
+        {"update_id":1,"message":{"date":1,"chat":{"id":-1001,"title":"Ops","type":"group"}}},
+        {"update_id":2,"message":{"chat":{"id":42,"first_name":"Ana","type":"private"}}},
+        {"update_id":3,"my_chat_member":{"chat":{"id":99}}},
+        {"update_id":4,"message":null}]})");
+    ASSERT_TRUE(chat);
+    EXPECT_EQ(chat.value(), (TelegramChat{42, std::nullopt, "Ana", std::nullopt}));
+
+    const auto first =
+        discover(R"({"ok":true,"result":[{"message":{"chat":{"id":7}}},{"edited_message":{}}]})");
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first.value().id, 7);
+}
+
+TEST_F(TelegramAPIClientTest, NoMessageAmongTheUpdatesMeansNoChat) {
+    for (const std::string body :
+         {R"({"ok":true,"result":[]})", R"({"ok":true,"result":[{"update_id":1}]})"}) {
+        const auto chat = discover(body);
+        ASSERT_FALSE(chat) << body;
+        EXPECT_EQ(chat.error().description(), "Message your bot once in Telegram, then tap Link chat.");
+    }
+}
+
+TEST_F(TelegramAPIClientTest, AMessageWithoutAChatSpoilsTheWholeReply) {
+    const auto chat =
+        discover(R"({"ok":true,"result":[{"message":{"chat":{"id":1}}},{"message":{"text":"hi"}}]})");
+    ASSERT_FALSE(chat);
+    EXPECT_EQ(chat.error().kind(), Kind::decoding);
+}
+
+TEST_F(TelegramAPIClientTest, SendMessageNeedsAResultButNotItsId) {
+    const auto send = [&](int status, std::string body) {
+        return *outcome<void>([&](auto done) { client.sendMessage(token, "1", "hi", done); },
+                              [&] { http.respond(status, body); });
+    };
+    EXPECT_TRUE(send(200, R"({"ok":true,"result":{"message_id":12,"text":"hi"}})"));
+    EXPECT_TRUE(send(200, R"({"ok":true,"result":{}})"));
+    const auto refused = send(400, R"({"ok":false,"description":"Bad Request: chat not found"})");
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().description(), "Telegram turned it away: Bad Request: chat not found");
+}
+
+TEST(TelegramChatTest, DisplayNameTakesTheFirstPresentName) {
+    EXPECT_EQ((TelegramChat{-1001, "Ops", "Ana", "ana"}).displayName(), "Ops");
+    EXPECT_EQ((TelegramChat{5, "", "Ana", std::nullopt}).displayName(), "");
+    EXPECT_EQ((TelegramChat{5, std::nullopt, "Ana", "ana"}).displayName(), "Ana");
+    EXPECT_EQ((TelegramChat{5, std::nullopt, std::nullopt, "ana"}).displayName(), "@ana");
+    EXPECT_EQ((TelegramChat{-1001, std::nullopt, std::nullopt, std::nullopt}).displayName(), "-1001");
+}
+
+} // namespace
+} // namespace tovrin

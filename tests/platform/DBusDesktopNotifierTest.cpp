@@ -1,0 +1,215 @@
+#include "platform/dbus/DBusDesktopNotifier.h"
+
+#include "support/QtEventLoopTest.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVirtualObject>
+#include <QThread>
+#include <chrono>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace tovrin {
+namespace {
+
+using namespace std::chrono_literals;
+using Steady = std::chrono::steady_clock;
+
+struct NotifyCall {
+    QString appName;
+    uint replacesId = 0;
+    QString icon;
+    QString summary;
+    QString body;
+    QStringList actions;
+    QVariantMap hints;
+    int timeout = 0;
+};
+
+// A notification server for the test: records each Notify and answers with the next id of a
+// given list, so that the test can tell which id the client sends back.
+class FakeNotificationServer final : public QDBusVirtualObject {
+public:
+    FakeNotificationServer(QStringList capabilities, std::deque<uint> ids)
+        : m_capabilities(std::move(capabilities)), m_ids(std::move(ids)) {}
+
+    std::vector<NotifyCall> calls() const {
+        std::lock_guard lock(m_mutex);
+        return m_calls;
+    }
+
+    QString introspect(const QString&) const override {
+        return QStringLiteral("<interface name=\"org.freedesktop.Notifications\"/>");
+    }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        const QList<QVariant> args = message.arguments();
+        if (message.member() == QLatin1String("GetCapabilities")) {
+            return connection.send(message.createReply(QVariant(m_capabilities)));
+        }
+        if (message.member() == QLatin1String("GetServerInformation")) {
+            return connection.send(
+                message.createReply(QVariantList{QStringLiteral("fake"), QStringLiteral("tovrin"),
+                                                 QStringLiteral("1"), QStringLiteral("1.2")}));
+        }
+        if (message.member() != QLatin1String("Notify") || args.size() != 8) return false;
+        NotifyCall call{args[0].toString(),
+                        args[1].toUInt(),
+                        args[2].toString(),
+                        args[3].toString(),
+                        args[4].toString(),
+                        args[5].toStringList(),
+                        qdbus_cast<QVariantMap>(args[6]),
+                        args[7].toInt()};
+        uint id = 0;
+        {
+            std::lock_guard lock(m_mutex);
+            m_calls.push_back(call);
+            id = m_ids.empty() ? 1000 + uint(m_calls.size()) : m_ids.front();
+            if (!m_ids.empty()) m_ids.pop_front();
+        }
+        return connection.send(message.createReply(QVariant(id)));
+    }
+
+private:
+    QStringList m_capabilities;
+    mutable std::mutex m_mutex;
+    std::deque<uint> m_ids;
+    std::vector<NotifyCall> m_calls;
+};
+
+class DBusDesktopNotifierTest : public test::QtEventLoopTest {
+protected:
+    void SetUp() override {
+        // Owning org.freedesktop.Notifications on the user's own bus would fight the real server.
+        if (!std::getenv("TOVRIN_PRIVATE_SESSION_BUS"))
+            GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
+    }
+    void TearDown() override { stopServer(); }
+
+    // The server runs on a connection and a thread of its own, as another process would, so
+    // that a blocking call from the notifier can be answered.
+    FakeNotificationServer& startServer(QStringList capabilities = {QStringLiteral("body")},
+                                        std::deque<uint> ids = {}) {
+        server = std::make_unique<FakeNotificationServer>(std::move(capabilities), std::move(ids));
+        server->moveToThread(&serverThread);
+        serverThread.start();
+        QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, serverConnection);
+        EXPECT_TRUE(bus.isConnected());
+        EXPECT_TRUE(
+            bus.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), server.get()));
+        EXPECT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
+        return *server;
+    }
+    void stopServer() {
+        if (!server) return;
+        QDBusConnection bus(serverConnection);
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+        QDBusConnection::disconnectFromBus(serverConnection);
+        serverThread.quit();
+        serverThread.wait();
+        server.reset();
+    }
+
+    bool waitForCalls(std::size_t count) {
+        const bool reached = pumpUntil([&] { return server->calls().size() >= count; });
+        pumpFor(100ms); // room for a call too many to show up
+        return reached;
+    }
+
+    const QString serverConnection = QStringLiteral("tovrin-test-notification-server");
+    QThread serverThread;
+    std::unique_ptr<FakeNotificationServer> server;
+};
+
+TEST_F(DBusDesktopNotifierTest, WithoutAServerItIsUnauthorizedAndSilentUntilOneAppears) {
+    DBusDesktopNotifier notifier;
+    EXPECT_FALSE(notifier.requestAuthorization());
+    notifier.show("Codex is waiting", "proj");
+    pumpFor(300ms);
+
+    startServer({}, {5});
+    EXPECT_TRUE(notifier.requestAuthorization());
+    notifier.show("Claude Code is waiting", "tovrin");
+    ASSERT_TRUE(waitForCalls(1));
+    const auto calls = server->calls();
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls[0].summary, QStringLiteral("Claude Code is waiting"));
+    EXPECT_EQ(calls[0].replacesId, 0u) << "a failed Notify must not leave an id behind";
+}
+
+TEST_F(DBusDesktopNotifierTest, EachNotificationReplacesTheIdTheServerGaveTheLastOne) {
+    startServer({QStringLiteral("body")}, {7, 12, 30});
+    DBusDesktopNotifier notifier;
+    ASSERT_TRUE(notifier.requestAuthorization());
+
+    const std::vector<std::pair<std::string, std::string>> shown{{"Claude Code is waiting", "proj"},
+                                                                 {"2 agents are waiting", "Codex, Cursor"},
+                                                                 {"Jörð is waiting", "ǫld"}};
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        notifier.show(shown[i].first, shown[i].second);
+        ASSERT_TRUE(waitForCalls(i + 1));
+    }
+
+    const auto calls = server->calls();
+    ASSERT_EQ(calls.size(), 3u);
+    const std::vector<uint> expectedReplaces{0, 7, 12};
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(calls[i].appName, QStringLiteral("Tovrin"));
+        EXPECT_EQ(calls[i].replacesId, expectedReplaces[i]);
+        EXPECT_EQ(calls[i].summary, QString::fromStdString(shown[i].first));
+        EXPECT_EQ(calls[i].body, QString::fromStdString(shown[i].second));
+        EXPECT_TRUE(calls[i].actions.isEmpty());
+        EXPECT_EQ(calls[i].timeout, -1);
+        EXPECT_EQ(calls[i].hints.value(QStringLiteral("suppress-sound")), QVariant(true));
+    }
+}
+
+TEST_F(DBusDesktopNotifierTest, ShowsWhileAnAnswerIsPendingCollapseToTheNewest) {
+    startServer({}, {41, 42, 43});
+    DBusDesktopNotifier notifier;
+    notifier.show("first", "");
+    notifier.show("second", "");
+    notifier.show("third", "");
+
+    ASSERT_TRUE(waitForCalls(2));
+    const auto calls = server->calls();
+    ASSERT_EQ(calls.size(), 2u);
+    EXPECT_EQ(calls[0].summary, QStringLiteral("first"));
+    EXPECT_EQ(calls[1].summary, QStringLiteral("third"));
+    EXPECT_EQ(calls[1].replacesId, 41u);
+}
+
+TEST_F(DBusDesktopNotifierTest, BodyIsEscapedOnlyForServersThatReadMarkup) {
+    const std::string body = "<proj> & co";
+    for (const bool markup : {true, false}) {
+        SCOPED_TRACE(markup);
+        startServer(markup ? QStringList{QStringLiteral("body"), QStringLiteral("body-markup")}
+                           : QStringList{QStringLiteral("body")});
+        DBusDesktopNotifier notifier;
+        ASSERT_TRUE(notifier.requestAuthorization());
+        notifier.show("a & b", body);
+        ASSERT_TRUE(waitForCalls(1));
+        const auto calls = server->calls();
+        ASSERT_EQ(calls.size(), 1u);
+        EXPECT_EQ(calls[0].summary, QStringLiteral("a & b"));
+        EXPECT_EQ(calls[0].body,
+                  markup ? QStringLiteral("&lt;proj&gt; &amp; co") : QString::fromStdString(body));
+        stopServer();
+    }
+}
+
+} // namespace
+} // namespace tovrin

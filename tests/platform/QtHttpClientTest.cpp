@@ -1,0 +1,260 @@
+#include "platform/qt/QtHttpClient.h"
+
+#include "alerts/telegram/TelegramAPIClient.h"
+#include "platform/qt/QtMainLoop.h"
+#include "support/QtEventLoopTest.h"
+
+#include <QCoreApplication>
+#include <QSslSocket>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <thread>
+
+namespace tovrin {
+namespace {
+
+using namespace std::chrono_literals;
+using Steady = std::chrono::steady_clock;
+
+struct ServedRequest {
+    QByteArray method;
+    QByteArray path;
+    std::map<QByteArray, QByteArray> headers; // names in lower case
+    QByteArray body;
+};
+
+QByteArray httpReply(int status, const QByteArray& contentType, const QByteArray& body) {
+    return "HTTP/1.1 " + QByteArray::number(status) + " Whatever\r\nContent-Type: " + contentType +
+           "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
+}
+
+// A tiny HTTP/1.1 server on 127.0.0.1 that answers each path with a canned reply, or never, or by
+// dropping the connection. It runs on the test's own event loop.
+class LocalHttpServer {
+public:
+    static inline const QByteArray never = "never";
+    static inline const QByteArray drop = "drop";
+
+    LocalHttpServer() {
+        EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost, 0));
+        QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
+            while (QTcpSocket* socket = m_server.nextPendingConnection())
+                QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { read(socket); });
+        });
+    }
+
+    std::string base() const { return "http://127.0.0.1:" + std::to_string(m_server.serverPort()); }
+    void route(const QByteArray& path, QByteArray reply) { m_routes[path] = std::move(reply); }
+    const std::vector<ServedRequest>& received() const { return m_received; }
+
+private:
+    void read(QTcpSocket* socket) {
+        QByteArray& buffer = m_buffers[socket];
+        buffer += socket->readAll();
+        const auto end = buffer.indexOf("\r\n\r\n");
+        if (end < 0) return;
+        ServedRequest request;
+        const auto lines = buffer.left(end).split('\n');
+        const auto first = lines[0].trimmed().split(' ');
+        request.method = first.value(0);
+        request.path = first.value(1);
+        for (qsizetype i = 1; i < lines.size(); ++i) {
+            const auto colon = lines[i].indexOf(':');
+            if (colon > 0)
+                request.headers[lines[i].left(colon).toLower()] = lines[i].mid(colon + 1).trimmed();
+        }
+        const auto length =
+            request.headers.contains("content-length") ? request.headers["content-length"].toInt() : 0;
+        if (buffer.size() < end + 4 + length) return;
+        request.body = buffer.mid(end + 4, length);
+        m_buffers.erase(socket);
+        m_received.push_back(request);
+
+        const auto it = m_routes.find(request.path);
+        const QByteArray reply = it == m_routes.end() ? httpReply(404, "text/plain", "no route") : it->second;
+        if (reply == never) return;
+        if (reply == drop) {
+            socket->abort();
+            return;
+        }
+        socket->write(reply);
+        socket->disconnectFromHost();
+    }
+
+    QTcpServer m_server;
+    std::map<QByteArray, QByteArray> m_routes;
+    std::map<QTcpSocket*, QByteArray> m_buffers;
+    std::vector<ServedRequest> m_received;
+};
+
+class QtHttpClientTest : public test::QtEventLoopTest {
+protected:
+    // Sends and waits for the one answer; fails the test if it came inside send().
+    HttpResult fetch(HttpRequest request) {
+        std::optional<HttpResult> answer;
+        int answers = 0;
+        client->send(std::move(request), [&](HttpResult r) {
+            ++answers;
+            answer.emplace(std::move(r));
+        });
+        EXPECT_FALSE(answer) << "answered inside send()";
+        EXPECT_TRUE(pumpUntil([&] { return answer.has_value(); }));
+        pumpUntil([] { return false; }, 20ms);
+        EXPECT_EQ(answers, 1);
+        return answer ? *answer : HttpResult::failure({TransportError::Kind::other, "no answer"});
+    }
+    HttpRequest get(const std::string& path, double timeout = 5) const {
+        return {.method = "GET",
+                .url = server.base() + path,
+                .headers = {},
+                .body = std::nullopt,
+                .timeout = Seconds(timeout)};
+    }
+
+    LocalHttpServer server;
+    std::unique_ptr<QtHttpClient> client = std::make_unique<QtHttpClient>();
+};
+
+TEST_F(QtHttpClientTest, EveryHttpStatusIsAnAnswerWithItsBodyAsServed) {
+    const std::vector<std::tuple<QByteArray, int, QByteArray, QByteArray>> rows = {
+        {"/json", 200, "application/json", R"({"ok":true,"result":{"id":1}})"},
+        {"/empty", 200, "application/json", ""},
+        {"/text", 200, "text/plain", "not json at all"},
+        {"/html", 502, "text/html", "<html><body><h1>502 Bad Gateway</h1></body></html>"},
+        {"/unauthorized", 401, "application/json", R"({"ok":false,"error_code":401})"},
+        {"/error", 500, "text/plain", "oops"},
+    };
+    for (const auto& [path, status, type, body] : rows) {
+        SCOPED_TRACE(path.toStdString());
+        server.route(path, httpReply(status, type, body));
+        const auto result = fetch(get(path.toStdString()));
+        ASSERT_TRUE(result) << result.error().description();
+        EXPECT_EQ(result.value().status, status);
+        EXPECT_EQ(result.value().body, body.toStdString());
+    }
+}
+
+TEST_F(QtHttpClientTest, SendsTheMethodHeadersAndBodyAsAsked) {
+    server.route("/post", httpReply(200, "application/json", "{}"));
+    auto post = get("/post");
+    post.method = "POST";
+    post.headers = {{"Content-Type", "application/json"}};
+    post.body = R"({"chat_id":"-1001","text":"a\nb"})";
+    ASSERT_TRUE(fetch(post));
+    post.body = "";
+    ASSERT_TRUE(fetch(post));
+    ASSERT_TRUE(fetch(get("/post")));
+
+    ASSERT_EQ(server.received().size(), 3u);
+    const auto& full = server.received()[0];
+    EXPECT_EQ(full.method, "POST");
+    EXPECT_EQ(full.headers.at("content-type"), "application/json");
+    EXPECT_EQ(full.body, R"({"chat_id":"-1001","text":"a\nb"})");
+    const auto& empty = server.received()[1];
+    EXPECT_EQ(empty.method, "POST");
+    EXPECT_EQ(empty.headers.at("content-length"), "0");
+    const auto& plain = server.received()[2];
+    EXPECT_EQ(plain.method, "GET");
+    EXPECT_FALSE(plain.headers.contains("content-type"));
+    EXPECT_TRUE(plain.body.isEmpty());
+}
+
+TEST_F(QtHttpClientTest, AReplyThatNeverComesTimesOutOnTime) {
+    server.route("/never", LocalHttpServer::never);
+    const auto start = Steady::now();
+    const auto result = fetch(get("/never", 0.3));
+    const auto elapsed = Steady::now() - start;
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().kind, TransportError::Kind::timeout);
+    EXPECT_GE(elapsed, 300ms);
+    EXPECT_LT(elapsed, 3s);
+}
+
+TEST_F(QtHttpClientTest, AClosedPortCannotConnect) {
+    QTcpServer closed;
+    ASSERT_TRUE(closed.listen(QHostAddress::LocalHost, 0));
+    const auto port = closed.serverPort();
+    closed.close();
+    HttpRequest request;
+    request.url = "http://127.0.0.1:" + std::to_string(port) + "/x";
+    const auto result = fetch(request);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().kind, TransportError::Kind::cannotConnect);
+}
+
+TEST_F(QtHttpClientTest, AnExchangeThatBreaksOffIsATransportErrorWithoutThePath) {
+    const std::vector<QByteArray> replies = {
+        LocalHttpServer::drop,
+        "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly the start of it",
+    };
+    for (const auto& reply : replies) {
+        SCOPED_TRACE(reply.toStdString());
+        server.route("/bot42:SECRET/getMe", reply);
+        const auto result = fetch(get("/bot42:SECRET/getMe"));
+        ASSERT_FALSE(result) << "status " << result.value().status.value_or(0);
+        EXPECT_EQ(result.error().kind, TransportError::Kind::other);
+        const auto description = result.error().description();
+        EXPECT_FALSE(description.empty());
+        EXPECT_EQ(description.find("SECRET"), std::string::npos) << description;
+    }
+}
+
+TEST_F(QtHttpClientTest, AReplyThatIsNotHttpHasNoStatus) {
+    HttpRequest request;
+    request.url = "data:text/plain,hello";
+    const auto result = fetch(request);
+    ASSERT_TRUE(result) << result.error().description();
+    EXPECT_FALSE(result.value().status);
+    EXPECT_EQ(result.value().body, "hello");
+}
+
+TEST_F(QtHttpClientTest, DestroyingTheClientDropsTheRequestsInFlight) {
+    server.route("/never", LocalHttpServer::never);
+    bool answered = false;
+    client->send(get("/never", 0.2), [&](HttpResult) { answered = true; });
+    ASSERT_TRUE(pumpUntil([&] { return !server.received().empty(); }));
+    client.reset();
+    pumpUntil([] { return false; }, 400ms);
+    EXPECT_FALSE(answered);
+}
+
+TEST_F(QtHttpClientTest, HttpsIsAvailable) {
+    EXPECT_TRUE(QSslSocket::supportsSsl()) << QSslSocket::sslLibraryBuildVersionString().toStdString();
+}
+
+// The Bot API client over real HTTP: what a user would read for each kind of reply.
+TEST_F(QtHttpClientTest, TelegramRepliesBecomeTheWordsTheUserReads) {
+    QtMainLoop loop;
+    TelegramAPIClient telegram(*client, loop, server.base(), Seconds(0.3));
+    const std::vector<std::tuple<QByteArray, std::string, bool>> rows = {
+        {httpReply(200, "application/json", R"({"ok":true,"result":{"id":1,"username":"helper_bot"}})"),
+         "@helper_bot", true},
+        {httpReply(401, "application/json", R"({"ok":false,"description":"Unauthorized"})"),
+         "Token rejected — double-check it with @BotFather.", true},
+        {httpReply(500, "application/json", R"({"ok":false})"), "Telegram turned it away: status 500", true},
+        {httpReply(502, "text/html", "<html>Bad Gateway</html>"), "The reply isn't valid JSON", false},
+        {httpReply(200, "application/json", ""), "The reply isn't valid JSON", false},
+        {LocalHttpServer::never, "The request timed out.", true},
+    };
+    int row = 0;
+    for (const auto& [reply, words, exact] : rows) {
+        const std::string token = "7:row" + std::to_string(++row);
+        SCOPED_TRACE(token);
+        server.route(QByteArray::fromStdString("/bot" + token + "/getMe"), reply);
+        std::optional<Result<std::string, TelegramError>> outcome;
+        telegram.verifyBot(token, [&](auto r) { outcome.emplace(std::move(r)); });
+        ASSERT_TRUE(pumpUntil([&] { return outcome.has_value(); }));
+        const std::string text = *outcome ? outcome->value() : outcome->error().description();
+        if (exact)
+            EXPECT_EQ(text, words);
+        else
+            EXPECT_TRUE(text.starts_with(words)) << text;
+    }
+}
+
+} // namespace
+} // namespace tovrin

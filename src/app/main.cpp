@@ -1,5 +1,7 @@
 #include "app/cli/HooksCommand.h"
 #include "app/cli/StatusCommand.h"
+#include "app/cli/TelegramCommand.h"
+#include "app/cli/WatchCommand.h"
 
 #include <cstdio>
 #include <cstring>
@@ -24,6 +26,8 @@ constexpr const char* usage =
 int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "status") == 0) return tovrin::runStatusCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
+    if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
+    if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
     if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "help") == 0)) {
         std::fputs(usage, stdout);
         return 0;

@@ -124,5 +124,23 @@ TEST_F(StatusCommandTest, AnUnknownOptionIsRefused) {
     EXPECT_EQ(runTovrin("status --frobnicate", home, statusDir).exitCode, 2);
 }
 
+TEST_F(StatusCommandTest, WatchPrintsALineWhenASessionStartsWaiting) {
+    auto waiting = test::statusFile("codex-cli", "k1", SessionState::waiting, now);
+    waiting["title"] = "Refactor the cache";
+    waiting["root"] = "/home/dev/forge";
+    home.write("staged/k1.json", waiting.dump());
+    writeSession("idle.json", test::statusFile("claude-code", "i1", SessionState::idle, now));
+
+    // The file arrives by an atomic rename a second after the watcher started.
+    const auto staged = (home.path() / "staged" / "k1.json").string();
+    const auto result = runTovrin("watch & sleep 1; mv '" + staged + "' '" +
+                                      (statusDir / "k1.json").string() + "'; sleep 1; kill -TERM $!; wait",
+                                  home, statusDir);
+    EXPECT_NE(result.out.find("Codex is waiting \u00B7 Refactor the cache \u00B7 /home/dev/forge\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_EQ(result.out.find("Claude Code is waiting"), std::string::npos) << result.out;
+}
+
 } // namespace
 } // namespace tovrin

@@ -1,13 +1,12 @@
 #include "app/cli/StatusCommand.h"
 
 #include "app/SessionTracking.h"
+#include "app/cli/TerminalText.h"
 #include "platform/qt/QtMainLoop.h"
 #include "ui/viewmodels/StatusReport.h"
 
 #include <QCoreApplication>
-#include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <string>
 #include <unistd.h>
 
@@ -19,15 +18,6 @@ enum class Mode { text, json, follow };
 void write(const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
-}
-
-std::string localClockTime(TimePoint t) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(t);
-    std::tm local{};
-    ::localtime_r(&seconds, &local);
-    char buffer[16];
-    std::strftime(buffer, sizeof buffer, "%H:%M:%S", &local);
-    return buffer;
 }
 
 std::string followScreen(const std::vector<AgentSession>& sessions, TimePoint now, bool terminal) {

@@ -1,0 +1,93 @@
+#include "app/cli/WatchCommand.h"
+
+#include "app/AlertServices.h"
+#include "app/SessionTracking.h"
+#include "app/cli/TerminalText.h"
+#include "core/UserPaths.h"
+#include "hooks/ToolIdentity.h"
+#include "platform/linux/InstallationPaths.h"
+#include "platform/qt/QtMainLoop.h"
+
+#include <QCoreApplication>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace tovrin {
+namespace {
+
+// Titles and paths come from agents: keep control characters out of the terminal.
+std::string printable(std::string text) {
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = ' ';
+    }
+    return text;
+}
+
+// The terminal's own channel: one line for each session that starts waiting.
+class WaitingLinePrinter final : public NotificationChannel {
+public:
+    explicit WaitingLinePrinter(const Clock& clock) : m_clock(clock) {}
+
+    void notifyWaiting(const std::vector<AgentSession>& newlyWaiting,
+                       const std::vector<AgentSession>&) override {
+        for (const auto& s : newlyWaiting) {
+            const std::string line = localClockTime(m_clock.now()) + "  " +
+                                     ToolIdentity::named(s.tool).displayName + " is waiting \u00B7 " +
+                                     s.title + " \u00B7 " + s.projectPath();
+            std::printf("%s\n", printable(line).c_str());
+        }
+        std::fflush(stdout);
+    }
+    void remindWaiting(const std::vector<AgentSession>&) override {}
+
+private:
+    const Clock& m_clock;
+};
+
+std::string onOff(bool on) {
+    return on ? "on" : "off";
+}
+
+void printOutputs(const PreferencesStore& preferences, AlertServices& alerts, const std::string& statusDir) {
+    std::printf("Watching %s\n", statusDir.c_str());
+    std::printf("Sound: %s", onOff(preferences.soundEnabled()).c_str());
+    if (preferences.soundEnabled())
+        std::printf(" (%s)", alerts.soundCatalog().displayName(preferences.alertSound()).c_str());
+    std::printf(" \u00B7 Desktop notifications: %s \u00B7 Telegram: %s\n",
+                onOff(preferences.notificationBannerEnabled()).c_str(),
+                onOff(preferences.telegramEnabled()).c_str());
+    if (alerts.secretStore().usesFallback()) std::printf("%s\n", alerts.secretStore().notice().c_str());
+    std::printf("Ctrl-C to stop.\n\n");
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int runWatchCommand(int argc, char** argv) {
+    if (argc > 2) {
+        std::fputs("Usage: tovrin watch\n", stderr);
+        return 2;
+    }
+    QCoreApplication app(argc, argv);
+    std::signal(SIGTERM, [](int) { QCoreApplication::quit(); });
+    QtMainLoop loop;
+    SystemClock clock;
+
+    std::unique_ptr<AlertServices> alerts;
+    SessionTracking tracking(loop, clock, [&](PreferencesStore& preferences) {
+        alerts = std::make_unique<AlertServices>(loop, clock, preferences, UserPaths::home(),
+                                                 InstallationPaths::shareDir());
+        auto channels = alerts->channels(nullptr); // nothing to raise in a headless terminal
+        channels.insert(channels.begin(), std::make_shared<WaitingLinePrinter>(clock));
+        return channels;
+    });
+
+    printOutputs(tracking.preferences, *alerts, tracking.reader.directory().string());
+    if (tracking.preferences.notificationBannerEnabled()) alerts->banner().ensureAuthorization();
+    tracking.store.start();
+    return QCoreApplication::exec();
+}
+
+} // namespace tovrin

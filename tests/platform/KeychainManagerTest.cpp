@@ -1,4 +1,4 @@
-#include "platform/secrets/SecretServiceStore.h"
+#include "platform/secrets/KeychainManager.h"
 
 #include "platform/secrets/SecretStoreFactory.h"
 
@@ -38,33 +38,33 @@ int itemsFor(const std::string& service, const std::string& key) {
 
 // Runs only under with-secret-service.sh, which starts a keyring of its own: never against the
 // user's real keyring.
-class SecretServiceStoreTest : public ::testing::Test {
+class KeychainManagerTest : public ::testing::Test {
 protected:
     void SetUp() override {
         if (!std::getenv("TOVRIN_SECRET_SERVICE_TESTS"))
             GTEST_SKIP() << "needs the private keyring of tests/platform/with-secret-service.sh";
     }
-    SecretServiceStore store{"com.tovrin.test"};
+    KeychainManager store{"com.tovrin.test"};
 };
 
-TEST_F(SecretServiceStoreTest, TheServiceAnswersAndIsChosen) {
+TEST_F(KeychainManagerTest, TheServiceAnswersAndIsChosen) {
     EXPECT_TRUE(secretServiceAnswers(Seconds(5)));
     const auto chosen = chooseSecretStore("com.tovrin.test");
     EXPECT_FALSE(chosen.usesFallback());
     EXPECT_EQ(chosen.notice(), "");
-    ASSERT_TRUE(dynamic_cast<SecretServiceStore*>(chosen.store.get()));
+    ASSERT_TRUE(dynamic_cast<KeychainManager*>(chosen.store.get()));
 }
 
-TEST_F(SecretServiceStoreTest, SetTwiceLeavesOneItemWithTheSecondValue) {
+TEST_F(KeychainManagerTest, SetTwiceLeavesOneItemWithTheSecondValue) {
     EXPECT_FALSE(store.string(token));
     store.set("123:ABC", token);
     store.set("456:DEF", token);
     EXPECT_EQ(store.string(token), "456:DEF");
     EXPECT_EQ(itemsFor("com.tovrin.test", token), 1);
-    EXPECT_EQ(SecretServiceStore("com.tovrin.test").string(token), "456:DEF");
+    EXPECT_EQ(KeychainManager("com.tovrin.test").string(token), "456:DEF");
 }
 
-TEST_F(SecretServiceStoreTest, AnEmptyValueRemovesTheItem) {
+TEST_F(KeychainManagerTest, AnEmptyValueRemovesTheItem) {
     store.set("-1001", chat);
     store.set("", chat);
     EXPECT_FALSE(store.string(chat));
@@ -74,8 +74,8 @@ TEST_F(SecretServiceStoreTest, AnEmptyValueRemovesTheItem) {
     EXPECT_FALSE(store.string(chat));
 }
 
-TEST_F(SecretServiceStoreTest, ServicesAndKeysKeepTheirItemsApart) {
-    SecretServiceStore other("com.tovrin.other");
+TEST_F(KeychainManagerTest, ServicesAndKeysKeepTheirItemsApart) {
+    KeychainManager other("com.tovrin.other");
     store.set("mine", token);
     other.set("theirs", token);
     store.set("-1", chat);

@@ -9,11 +9,11 @@ namespace tovrin {
 // Secrets in the desktop's Secret Service (GNOME Keyring, KWallet), through libsecret: one item per
 // key in the default collection, told apart by the attributes `service` and `account`. Calls are
 // synchronous on the calling thread; failures read as absent and leave stored values alone.
-class SecretServiceStore final : public SecretStoring {
+class KeychainManager final : public SecretStoring {
 public:
     static constexpr const char* defaultService = "com.tovrin.app";
 
-    explicit SecretServiceStore(std::string service = defaultService);
+    explicit KeychainManager(std::string service = defaultService);
 
     std::optional<std::string> string(const std::string& key) const override;
     void set(const std::optional<std::string>& value, const std::string& key) override;

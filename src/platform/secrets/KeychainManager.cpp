@@ -1,4 +1,4 @@
-#include "platform/secrets/SecretServiceStore.h"
+#include "platform/secrets/KeychainManager.h"
 
 #include <libsecret/secret.h>
 #include <utility>
@@ -16,9 +16,9 @@ const SecretSchema* schema() {
 
 } // namespace
 
-SecretServiceStore::SecretServiceStore(std::string service) : m_service(std::move(service)) {}
+KeychainManager::KeychainManager(std::string service) : m_service(std::move(service)) {}
 
-std::optional<std::string> SecretServiceStore::string(const std::string& key) const {
+std::optional<std::string> KeychainManager::string(const std::string& key) const {
     GError* error = nullptr;
     gchar* password = secret_password_lookup_sync(schema(), nullptr, &error, "service", m_service.c_str(),
                                                   "account", key.c_str(), nullptr);
@@ -29,7 +29,7 @@ std::optional<std::string> SecretServiceStore::string(const std::string& key) co
     return value;
 }
 
-void SecretServiceStore::set(const std::optional<std::string>& value, const std::string& key) {
+void KeychainManager::set(const std::optional<std::string>& value, const std::string& key) {
     GError* error = nullptr;
     if (!value || value->empty()) {
         secret_password_clear_sync(schema(), nullptr, &error, "service", m_service.c_str(), "account",

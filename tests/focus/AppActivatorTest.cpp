@@ -1,0 +1,160 @@
+#include "focus/AppActivator.h"
+
+#include "support/FakeFocusPorts.h"
+#include "support/FakeWindowSystem.h"
+#include "support/ScopedEnv.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+namespace fs = std::filesystem;
+
+WindowInfo window(std::uint64_t id, std::string instance, std::string className) {
+    return {id, "title", std::move(instance), std::move(className), std::nullopt};
+}
+
+TEST(AppActivatorTest, NameMatchesTheClassOrPartOfTheInstanceLoosely) {
+    struct Case {
+        std::string name, instance, className;
+        bool matches;
+    };
+    const std::vector<Case> cases{
+        {"XTerm", "xterm", "XTerm", true},
+        {"Konsole", "konsole", "konsole", true},
+        {"firefox", "Navigator", "Firefox", true},
+        {"WezTerm", "org.wezfurlong.wezterm", "org.wezfurlong.wezterm", true},
+        {"GNOME Terminal", "gnome-terminal-server", "Gnome-terminal", true},
+        {"Code", "code-insiders", "Code - Insiders", true},
+        {"Code - Insiders", "code-insiders", "Code - Insiders", true},
+        {"Visual Studio Code", "code", "Code", false},
+        {"Term", "konsole", "Terminal", false},
+        {"", "xterm", "XTerm", false},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(AppActivator::windowMatches(window(1, c.instance, c.className), c.name), c.matches)
+            << c.name;
+}
+
+class AppActivatorFixture : public ::testing::Test {
+protected:
+    void desktopFile(const std::string& relative, const std::string& body) {
+        m_dirs.write(relative, "[Desktop Entry]\nType=Application\n" + body);
+    }
+    std::vector<fs::path> applicationDirs() const {
+        return {m_dirs.path() / "user/applications", m_dirs.path() / "system/applications"};
+    }
+    AppActivator activator() { return AppActivator(m_windows, m_shell, applicationDirs()); }
+
+    test::TempDir m_dirs;
+    test::FakeWindowSystem m_windows;
+    test::FocusLog m_log;
+    test::FakeProcessRunner m_runner{m_log};
+    test::RecordingShell m_shell{m_runner, m_log, {"/usr/bin/gtk-launch", "/usr/bin/gio"}};
+};
+
+TEST_F(AppActivatorFixture, DesktopEntriesFollowTheFolderOrderAndSkipWhatCantLaunch) {
+    desktopFile("user/applications/code.desktop", "Name=My Code\n");
+    desktopFile("system/applications/code.desktop", "Name=Visual Studio Code\nStartupWMClass=Code\n");
+    desktopFile("system/applications/kde/org.kde.konsole.desktop",
+                "Name=Konsole\nName[de]=Konsole DE\n\n[Desktop Action new]\nName=New Window\n");
+    desktopFile("user/applications/gone.desktop", "Name=Gone\nHidden=true\n");
+    desktopFile("system/applications/gone.desktop", "Name=Gone\n");
+    m_dirs.write("system/applications/link.desktop", "[Desktop Entry]\nType=Link\nName=Link\n");
+    m_dirs.write("system/applications/notes.txt", "[Desktop Entry]\nType=Application\nName=Notes\n");
+
+    const auto entries = AppActivator::readDesktopEntries(applicationDirs());
+    std::vector<std::string> seen;
+    for (const DesktopEntry& e : entries)
+        seen.push_back(e.id + "=" + e.name + "/" + e.startupWMClass);
+    EXPECT_EQ(seen, (std::vector<std::string>{"code=My Code/", "kde-org.kde.konsole=Konsole/"}));
+}
+
+TEST_F(AppActivatorFixture, DesktopEntryByNameBeforeAnyByIdPart) {
+    const std::vector<DesktopEntry> entries{{"xfce4-terminal", "Xfce Terminal", "", "/a"},
+                                            {"org.gnome.Terminal", "Terminal", "", "/b"},
+                                            {"terminal-extra", "Extra", "", "/c"}};
+    const auto idOf = [&](std::string_view name) {
+        const auto entry = AppActivator::findDesktopEntry(entries, name);
+        return entry ? entry->id : "-";
+    };
+    EXPECT_EQ(idOf("Terminal"), "org.gnome.Terminal");
+    EXPECT_EQ(idOf("xfce terminal"), "xfce4-terminal");
+    EXPECT_EQ(idOf("xfce4"), "xfce4-terminal");
+    EXPECT_EQ(idOf("extra"), "terminal-extra");
+    EXPECT_EQ(idOf("GNOME Terminal"), "-");
+    EXPECT_EQ(idOf(""), "-");
+}
+
+TEST_F(AppActivatorFixture, ActivatesTheFirstWindowOfTheApp) {
+    m_windows.windows = {window(1, "firefox", "firefox"), window(2, "konsole", "konsole"),
+                         window(3, "konsole", "konsole")};
+    activator().activate("Konsole");
+    EXPECT_EQ(m_windows.activated, std::vector<std::uint64_t>{2});
+    EXPECT_TRUE(m_log.entries().empty());
+}
+
+TEST_F(AppActivatorFixture, FindsVsCodeByItsWindowClass) {
+    // A terminal session inside VS Code records its host as "VS Code"; the window class is "Code".
+    m_windows.windows = {window(1, "konsole", "konsole"), window(2, "code", "Code")};
+    activator().activate("VS Code");
+    EXPECT_EQ(m_windows.activated, std::vector<std::uint64_t>{2});
+}
+
+TEST_F(AppActivatorFixture, FindsTheWindowThroughTheDesktopEntryOfTheName) {
+    desktopFile("system/applications/code.desktop", "Name=Visual Studio Code\nStartupWMClass=Code\n");
+    desktopFile("system/applications/org.example.Viewer.desktop", "Name=Picture Viewer\n");
+    m_windows.windows = {window(1, "viewer", "Viewer"), window(2, "code", "Code")};
+    AppActivator app = activator();
+    app.activate("Visual Studio Code");
+    app.activate("Picture Viewer"); // no StartupWMClass: the id's last part
+    EXPECT_EQ(m_windows.activated, (std::vector<std::uint64_t>{2, 1}));
+    EXPECT_TRUE(m_log.entries().empty());
+}
+
+TEST_F(AppActivatorFixture, LaunchesTheDesktopEntryWhenNoWindowIsOpen) {
+    desktopFile("system/applications/kde/org.kde.konsole.desktop", "Name=Konsole\n");
+    m_windows.windows = {window(1, "xterm", "XTerm")};
+    activator().activate("Konsole");
+    EXPECT_TRUE(m_windows.activated.empty());
+    EXPECT_EQ(m_log.entries(), std::vector<std::string>{"start /usr/bin/gtk-launch kde-org.kde.konsole"});
+}
+
+TEST_F(AppActivatorFixture, LaunchesThroughGioWhenGtkLaunchCantStart) {
+    desktopFile("system/applications/org.kde.konsole.desktop", "Name=Konsole\n");
+    m_runner.startSucceeds = false;
+    activator().activate("Konsole");
+    const fs::path file = m_dirs.path() / "system/applications/org.kde.konsole.desktop";
+    EXPECT_EQ(m_log.entries(), (std::vector<std::string>{"start /usr/bin/gtk-launch org.kde.konsole",
+                                                         "start /usr/bin/gio launch " + file.string()}));
+}
+
+TEST_F(AppActivatorFixture, DoesNothingForAnUnknownOrEmptyName) {
+    desktopFile("system/applications/org.kde.konsole.desktop", "Name=Konsole\n");
+    m_windows.windows = {window(1, "xterm", "XTerm")};
+    AppActivator app = activator();
+    app.activate("Nonesuch");
+    app.activate("");
+    EXPECT_TRUE(m_windows.activated.empty());
+    EXPECT_TRUE(m_log.entries().empty());
+}
+
+TEST(AppActivatorTest, ApplicationDirectoriesFollowTheXdgVariables) {
+    {
+        test::ScopedEnv dataHome("XDG_DATA_HOME", "/x/data");
+        test::ScopedEnv dataDirs("XDG_DATA_DIRS", "/a:relative::/b/");
+        EXPECT_EQ(AppActivator::applicationDirectories(),
+                  (std::vector<fs::path>{"/x/data/applications", "/a/applications", "/b/applications"}));
+    }
+    test::ScopedEnv home("HOME", "/home/t");
+    test::ScopedEnv dataHome("XDG_DATA_HOME", "relative");
+    test::ScopedEnv dataDirs("XDG_DATA_DIRS", "");
+    EXPECT_EQ(AppActivator::applicationDirectories(),
+              (std::vector<fs::path>{"/home/t/.local/share/applications", "/usr/local/share/applications",
+                                     "/usr/share/applications"}));
+}
+
+} // namespace
+} // namespace tovrin

@@ -1,0 +1,135 @@
+#include "focus/FocusManager.h"
+
+#include "support/FakeFocusPorts.h"
+
+#include <future>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace tovrin {
+namespace {
+
+using namespace std::chrono_literals;
+
+class FocusManagerTest : public ::testing::Test {
+protected:
+    FocusManagerTest() {
+        raiser.editors = {{"cursor-ide", Editor{"cursor", "Cursor"}},
+                          {"copilot-vscode", Editor{"vscode", "Visual Studio Code"}}};
+    }
+
+    static AgentSession session(std::string tool, std::optional<Locator> locator = std::nullopt) {
+        AgentSession value;
+        value.tool = std::move(tool);
+        value.cwd = "/w/proj/sub";
+        value.locator = std::move(locator);
+        return value;
+    }
+
+    // What the manager did for the requests so far: a reveal queued behind them marks their end.
+    std::vector<std::string> settle() {
+        AgentSession marker;
+        marker.cwd = "/end";
+        manager.revealInFinder(marker);
+        EXPECT_TRUE(log.waitFor("reveal /end"));
+        auto entries = log.entries();
+        entries.pop_back();
+        log.clear();
+        return entries;
+    }
+
+    test::FocusLog log;
+    test::FakeProcessRunner processes{log};
+    test::RecordingShell shell{processes, log, {"/usr/bin/tmux"}};
+    test::FakeAppActivator activator{log};
+    test::FakeEditorRaiser raiser{log};
+    test::FakeFolderRevealer revealer{log};
+    FocusManager manager{shell, activator, raiser, revealer};
+};
+
+struct FocusCase {
+    const char* what;
+    AgentSession session;
+    bool raises = true;
+    std::vector<std::string> log;
+};
+
+TEST_F(FocusManagerTest, TriesTerminalThenEditorThenAppThenFolder) {
+    Locator tmux;
+    tmux.tmuxPane = "%3";
+    Locator terminal;
+    terminal.app = "Terminal";
+    terminal.tty = "/dev/ttys001";
+    Locator terminalNoTty;
+    terminalNoTty.app = "Terminal";
+    Locator someApp;
+    someApp.app = "SomeApp";
+    Locator emptyApp;
+    emptyApp.app = "";
+    AgentSession withRoot = session("claude-code");
+    withRoot.root = "/w/proj";
+
+    const std::vector<FocusCase> cases{
+        {"a tmux pane ends it",
+         session("cursor-ide", tmux),
+         true,
+         {"start /usr/bin/tmux select-pane -t %3", "start /usr/bin/tmux select-window -t %3",
+          "activate iTerm"}},
+        {"a failing Terminal script goes on to the app",
+         session("claude-code", terminal),
+         true,
+         {R"(script if tty of aTab is "/dev/ttys001" then)", "activate Terminal"}},
+        {"Terminal without a device", session("claude-code", terminalNoTty), true, {"activate Terminal"}},
+        {"an editor whose window rises", session("cursor-ide"), true, {"raise Cursor /w/proj/sub"}},
+        {"an editor without a matching window comes forward whole",
+         session("copilot-vscode"),
+         false,
+         {"raise Visual Studio Code /w/proj/sub", "activate Visual Studio Code"}},
+        {"the editor goes before the app",
+         session("cursor-ide", someApp),
+         false,
+         {"raise Cursor /w/proj/sub", "activate Cursor"}},
+        {"an app alone", session("claude-code", someApp), true, {"activate SomeApp"}},
+        {"an empty app is no app", session("claude-code", emptyApp), true, {"reveal /w/proj/sub"}},
+        {"nothing else: the working directory", session("claude-code"), true, {"reveal /w/proj/sub"}},
+        {"nothing else: the root before it", withRoot, true, {"reveal /w/proj"}},
+    };
+    for (const FocusCase& c : cases) {
+        SCOPED_TRACE(c.what);
+        raiser.raises = c.raises;
+        manager.focus(c.session);
+        EXPECT_EQ(settle(), c.log);
+    }
+}
+
+TEST_F(FocusManagerTest, RequestsRunInOrderOffTheCallingThreadWithoutHoldingItUp) {
+    std::promise<void> release;
+    std::shared_future<void> released = release.get_future().share();
+    std::promise<std::thread::id> worker;
+    bool first = true;
+    revealer.onReveal = [&] {
+        if (!first) return;
+        first = false;
+        worker.set_value(std::this_thread::get_id());
+        released.wait_for(5s);
+    };
+
+    Locator someApp;
+    someApp.app = "SomeApp";
+    manager.focus(session("claude-code"));          // blocks in the revealer
+    manager.focus(session("cursor-ide"));           // waits behind it
+    manager.revealInFinder(session("claude-code")); // and so does a reveal
+    manager.focus(session("claude-code", someApp));
+
+    auto workerId = worker.get_future();
+    ASSERT_EQ(workerId.wait_for(5s), std::future_status::ready);
+    EXPECT_NE(workerId.get(), std::this_thread::get_id());
+    EXPECT_EQ(log.entries(), std::vector<std::string>{}) << "later requests ran before the first ended";
+
+    release.set_value();
+    EXPECT_EQ(settle(), (std::vector<std::string>{"reveal /w/proj/sub", "raise Cursor /w/proj/sub",
+                                                  "reveal /w/proj/sub", "activate SomeApp"}));
+}
+
+} // namespace
+} // namespace tovrin

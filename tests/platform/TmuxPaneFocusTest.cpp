@@ -1,0 +1,82 @@
+#include "focus/TerminalFocuser.h"
+#include "platform/linux/PosixProcessRunner.h"
+#include "support/FakeFocusPorts.h"
+#include "support/ScopedEnv.h"
+#include "support/TempDir.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <memory>
+#include <thread>
+
+namespace tovrin {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Runs a shell command and gives its output without the final line feed.
+std::string output(const std::string& command) {
+    std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
+    if (!pipe) return {};
+    std::string text;
+    std::array<char, 256> buffer{};
+    while (std::fgets(buffer.data(), int(buffer.size()), pipe.get()))
+        text += buffer.data();
+    if (text.ends_with('\n')) text.pop_back();
+    return text;
+}
+
+// A tmux server of the test's own: the default socket lives under TMUX_TMPDIR, and TMUX is cleared
+// so neither the product's plain `tmux` nor the test's reach a server of the user.
+class TmuxPaneFocusTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (std::system("command -v tmux >/dev/null 2>&1") != 0) GTEST_SKIP() << "tmux is not installed";
+        if (const char* outer = std::getenv("TMUX")) m_outerTmux = outer;
+        ::unsetenv("TMUX");
+        ASSERT_EQ(std::system("tmux new-session -d -s focus -x 80 -y 24 && tmux split-window -t focus:0 && "
+                              "tmux new-window -t focus"),
+                  0);
+    }
+    void TearDown() override {
+        std::system("tmux kill-server >/dev/null 2>&1");
+        if (m_outerTmux) ::setenv("TMUX", m_outerTmux->c_str(), 1);
+    }
+
+    std::string current() { return output("tmux display -p -t focus: '#{window_index} #{pane_id}'"); }
+
+    test::TempDir socketDir;
+    test::ScopedEnv privateSocket{"TMUX_TMPDIR", socketDir.path().string()};
+    std::optional<std::string> m_outerTmux;
+};
+
+TEST_F(TmuxPaneFocusTest, SelectsThePaneAndItsWindow) {
+    // Window 0 holds two panes, the second active; window 1, made last, is the current one.
+    const std::string firstPane = output("tmux list-panes -t focus:0 -F '#{pane_id}' | head -n 1");
+    ASSERT_FALSE(firstPane.empty());
+    ASSERT_NE(current(), "0 " + firstPane);
+
+    test::FocusLog log;
+    PosixProcessRunner processes;
+    ShellRunner shell(processes);
+    test::FakeAppActivator activator(log);
+    AgentSession session;
+    session.locator = Locator{};
+    session.locator->tmuxPane = firstPane;
+
+    EXPECT_TRUE(TerminalFocuser(shell, activator).focus(session));
+
+    const std::string wanted = "0 " + firstPane;
+    std::string seen;
+    for (auto deadline = std::chrono::steady_clock::now() + 5s;
+         (seen = current()) != wanted && std::chrono::steady_clock::now() < deadline;)
+        std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(seen, wanted);
+    EXPECT_EQ(log.entries(), std::vector<std::string>{"activate iTerm"});
+}
+
+} // namespace
+} // namespace tovrin

@@ -1,0 +1,110 @@
+#include "ui/viewmodels/ChipLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+using namespace ChipLayout;
+
+TEST(ChipLayout, VisibilityFollowsTheSwitchesAndTheSessions) {
+    const auto waiting = AggregateStatus::waiting(2), working = AggregateStatus::working(),
+               neutral = AggregateStatus::neutral();
+    const struct {
+        bool show, onlyWaiting;
+        AggregateStatus aggregate;
+        bool hasSessions, expected;
+    } cases[] = {
+        {true, false, neutral, false, false}, // no sessions
+        {true, false, neutral, true, true},   // only idle
+        {true, false, working, true, true},   {true, false, waiting, true, true},
+        {true, true, neutral, false, false},  {true, true, neutral, true, false},
+        {true, true, working, true, false},   {true, true, waiting, true, true},
+        {false, false, waiting, true, false}, {false, true, waiting, true, false},
+        {false, false, working, true, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(shouldShow({c.show, c.onlyWaiting, c.aggregate, c.hasSessions}), c.expected)
+            << c.show << c.onlyWaiting << static_cast<int>(c.aggregate.kind) << c.hasSessions;
+    }
+}
+
+TEST(ChipLayout, OnlyAChangeOfVisibilityTouchesTheWindow) {
+    EXPECT_EQ(visibilityChange(true, false), VisibilityChange::orderFront);
+    EXPECT_EQ(visibilityChange(false, true), VisibilityChange::orderOut);
+    EXPECT_EQ(visibilityChange(true, true), VisibilityChange::none);
+    EXPECT_EQ(visibilityChange(false, false), VisibilityChange::none);
+}
+
+TEST(ChipLayout, AlphaIsThePercentageCappedAtOpaque) {
+    const struct {
+        double percent, alpha;
+    } cases[] = {{100, 1}, {20, 0.2}, {55, 0.55}, {5, 0.05}, {150, 1}, {500, 1}};
+    for (const auto& c : cases)
+        EXPECT_NEAR(alpha(c.percent), c.alpha, 1e-12) << c.percent;
+}
+
+TEST(ChipLayout, FirstPlacementInsetsTheTopRightCornerFromTheMainScreen) {
+    const ChipRect screen{100, 25, 1440, 875};
+    const ChipRect placed = placedFrame(initialFrame, {}, screen);
+    EXPECT_EQ(placed.topRight(), (ChipPoint{1540 - 16, 900 - 16}));
+    EXPECT_EQ(placed.size(), initialFrame.size());
+}
+
+TEST(ChipLayout, WithoutSavedCornerOrScreenThePositionStays) {
+    const ChipRect frame{40, 50, 160, 48};
+    EXPECT_EQ(placedFrame(frame, {}, std::nullopt), frame);
+    // A y without an x is no saved corner.
+    EXPECT_EQ(placedFrame(frame, {std::nullopt, 700.0}, std::nullopt), frame);
+}
+
+TEST(ChipLayout, SavedCornerWinsOverTheScreenAndAMissingYReadsAsZero) {
+    const ChipRect screen{0, 0, 1440, 875};
+    const ChipRect placed =
+        placedFrame(initialFrame, {-300.0, 5000.0}, screen); // not checked against screens
+    EXPECT_EQ(placed, (ChipRect{-460, 4952, 160, 48}));
+    EXPECT_EQ(placedFrame(initialFrame, {900.0, std::nullopt}, screen).topRight(), (ChipPoint{900, 0}));
+}
+
+TEST(ChipLayout, CornerSavedWhileExpandedComesBackForTheCollapsedChip) {
+    const ChipRect draggedExpanded{600, 200, 331, 420};
+    const ChipPoint saved = cornerToSave(draggedExpanded);
+    const ChipRect restored = placedFrame(initialFrame, {saved.x, saved.y}, ChipRect{0, 0, 1440, 875});
+    EXPECT_EQ(restored.topRight(), draggedExpanded.topRight());
+    EXPECT_EQ(restored.size(), initialFrame.size());
+}
+
+TEST(ChipLayout, GrowingAndShrinkingMoveOnlyTheLeftAndBottomEdges) {
+    Resizer resizer;
+    ChipRect frame{1000, 700, 160, 48};
+    const ChipPoint corner = frame.topRight();
+    for (ChipSize size : {ChipSize{176, 64}, ChipSize{331, 412}, ChipSize{150, 60}}) {
+        const auto next = resizer.resize(frame, size);
+        ASSERT_TRUE(next.has_value()) << size.width;
+        EXPECT_EQ(next->topRight(), corner);
+        EXPECT_EQ(next->size(), size);
+        EXPECT_EQ(resizer.lastSize(), size);
+        frame = *next;
+    }
+}
+
+TEST(ChipLayout, SmallOrDegenerateSizesAreIgnored) {
+    Resizer resizer;
+    const ChipRect frame{1000, 700, 160, 48};
+    for (ChipSize size : {ChipSize{0, 0}, ChipSize{1, 80}, ChipSize{80, 1}, ChipSize{-5, 40}}) {
+        EXPECT_FALSE(resizer.resize(frame, size).has_value()) << size.width << "x" << size.height;
+    }
+    EXPECT_EQ(resizer.lastSize(), (ChipSize{}));
+
+    ASSERT_TRUE(resizer.resize(frame, {176, 64}).has_value());
+    EXPECT_FALSE(resizer.resize(frame, {176.3, 63.7}).has_value());
+    EXPECT_EQ(resizer.lastSize(), (ChipSize{176, 64})); // an ignored size does not move the reference
+    EXPECT_FALSE(resizer.resize(frame, {176.49, 64.49}).has_value());
+    const auto widened = resizer.resize(frame, {176.5, 64});
+    ASSERT_TRUE(widened.has_value());
+    EXPECT_EQ(widened->width, 176.5);
+    EXPECT_TRUE(resizer.resize(*widened, {176.5, 63.5}).has_value());
+}
+
+} // namespace
+} // namespace tovrin

@@ -13,7 +13,7 @@ namespace {
 
 // WM_CLASS values from the editors' desktop files (StartupWMClass); the instance names are
 // the fallback for builds that set another class.
-struct EditorSpec {
+struct KnownEditor {
     std::string_view id;
     std::string_view tool;
     std::string_view locatorApp;
@@ -22,7 +22,7 @@ struct EditorSpec {
     std::string_view activationName; // a desktop entry Name=, so that it can be started too
 };
 
-constexpr std::array<EditorSpec, 3> editors{{
+constexpr std::array<KnownEditor, 3> editors{{
     {"cursor", "cursor-ide", "Cursor", {"Cursor"}, "cursor", "Cursor"},
     {"vscode",
      "copilot-vscode",
@@ -33,8 +33,8 @@ constexpr std::array<EditorSpec, 3> editors{{
     {"antigravity", "antigravity-ide", "Antigravity", {"Antigravity"}, "antigravity", "Antigravity"},
 }};
 
-Editor editorFrom(const EditorSpec& spec) {
-    return {std::string(spec.id), std::string(spec.activationName)};
+Editor editorFrom(const KnownEditor& known) {
+    return {std::string(known.id), std::string(known.activationName)};
 }
 
 // Simple case folding: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic capitals, which
@@ -77,27 +77,27 @@ EditorWindowRaiser::EditorWindowRaiser(WindowSystem& windows, std::optional<std:
     : m_windows(windows), m_home(home ? std::move(*home) : UserPaths::home().string()) {}
 
 std::optional<Editor> EditorWindowRaiser::editor(const AgentSession& session) const {
-    for (const EditorSpec& spec : editors)
-        if (session.tool == spec.tool) return editorFrom(spec);
+    for (const KnownEditor& known : editors)
+        if (session.tool == known.tool) return editorFrom(known);
     if (session.locator && session.locator->app) {
-        for (const EditorSpec& spec : editors)
-            if (*session.locator->app == spec.locatorApp) return editorFrom(spec);
+        for (const KnownEditor& known : editors)
+            if (*session.locator->app == known.locatorApp) return editorFrom(known);
     }
     return std::nullopt;
 }
 
 std::vector<WindowInfo> EditorWindowRaiser::editorWindows(const std::string& editorId) const {
-    const auto spec = std::ranges::find(editors, editorId, &EditorSpec::id);
-    if (spec == editors.end()) return {};
+    const auto known = std::ranges::find(editors, editorId, &KnownEditor::id);
+    if (known == editors.end()) return {};
     const std::vector<WindowInfo> all = m_windows.normalWindows();
     // Every variant's windows together (VS Code and VSCodium alike): the session may sit in any.
     std::vector<WindowInfo> found;
     for (const WindowInfo& window : all)
-        if (std::ranges::find(spec->classNames, window.className) != spec->classNames.end())
+        if (std::ranges::find(known->classNames, window.className) != known->classNames.end())
             found.push_back(window);
     if (!found.empty()) return found;
     for (const WindowInfo& window : all)
-        if (window.classInstance == spec->fallbackInstance) found.push_back(window);
+        if (window.classInstance == known->fallbackInstance) found.push_back(window);
     return found;
 }
 

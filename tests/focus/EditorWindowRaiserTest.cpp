@@ -17,7 +17,7 @@ struct CandidateCase {
 
 TEST(EditorWindowRaiserTest, WorkspaceCandidatesRunFromTheDeepestFolderUpToHome) {
     const std::vector<CandidateCase> cases{
-        {"/Users/a/work/proj/sub", "/Users/a", {"sub", "proj", "work"}},
+        {"/Users/a/code/proj/sub", "/Users/a", {"sub", "proj", "code"}},
         {"/Users/a", "/Users/a", {}},
         {"/Users/a/", "/Users/a", {}},
         {"/home/u/x", "/home/u/", {"x"}},

@@ -37,9 +37,9 @@ struct SoundFile {
 };
 
 struct PulseStream {
-    PulseStream(const pa_sample_spec& spec, const pa_buffer_attr& buffer)
-        : handle(pa_simple_new(nullptr, "Tovrin", PA_STREAM_PLAYBACK, nullptr, "Alert sound", &spec, nullptr,
-                               &buffer, nullptr)) {}
+    PulseStream(const pa_sample_spec& format, const pa_buffer_attr& buffer)
+        : handle(pa_simple_new(nullptr, "Tovrin", PA_STREAM_PLAYBACK, nullptr, "Alert sound", &format,
+                               nullptr, &buffer, nullptr)) {}
     ~PulseStream() {
         if (handle) pa_simple_free(handle);
     }
@@ -155,13 +155,13 @@ LinuxSoundPlayer::Outcome LinuxSoundPlayer::playOne(const std::filesystem::path&
     SoundFile sound(file);
     if (!sound.playable()) return Outcome::failed;
 
-    const pa_sample_spec spec{PA_SAMPLE_FLOAT32NE, static_cast<std::uint32_t>(sound.info.samplerate),
-                              static_cast<std::uint8_t>(sound.info.channels)};
+    const pa_sample_spec format{PA_SAMPLE_FLOAT32NE, static_cast<std::uint32_t>(sound.info.samplerate),
+                                static_cast<std::uint8_t>(sound.info.channels)};
     // A short server-side buffer, so that a newer sound cuts in within about a tenth of a second.
     const auto unset = static_cast<std::uint32_t>(-1);
-    const pa_buffer_attr buffer{unset, static_cast<std::uint32_t>(pa_usec_to_bytes(100'000, &spec)), unset,
+    const pa_buffer_attr buffer{unset, static_cast<std::uint32_t>(pa_usec_to_bytes(100'000, &format)), unset,
                                 unset, unset};
-    PulseStream stream(spec, buffer);
+    PulseStream stream(format, buffer);
     if (!stream.handle) return Outcome::failed;
 
     const sf_count_t chunkFrames = std::max(1, sound.info.samplerate / 20);

@@ -7,6 +7,7 @@
 #include "hooks/ToolIdentity.h"
 #include "platform/linux/InstallationPaths.h"
 #include "platform/qt/QtMainLoop.h"
+#include "ui/viewmodels/StatusReport.h"
 
 #include <QCoreApplication>
 #include <csignal>
@@ -16,14 +17,6 @@
 
 namespace tovrin {
 namespace {
-
-// Titles and paths come from agents: keep control characters out of the terminal.
-std::string printable(std::string text) {
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = ' ';
-    }
-    return text;
-}
 
 // The terminal's own channel: one line for each session that starts waiting.
 class WaitingLinePrinter final : public NotificationChannel {
@@ -36,7 +29,7 @@ public:
             const std::string line = localClockTime(m_clock.now()) + "  " +
                                      ToolIdentity::named(s.tool).displayName + " is waiting \u00B7 " +
                                      s.title + " \u00B7 " + s.projectPath();
-            std::printf("%s\n", printable(line).c_str());
+            std::printf("%s\n", StatusReport::printable(line).c_str());
         }
         std::fflush(stdout);
     }

@@ -12,22 +12,6 @@ namespace {
 
 constexpr const char* separator = " \u00B7 ";
 
-// Everything shown comes from agents' files: keep control characters out of the terminal,
-// C1 controls too (U+0080 to U+009F, two bytes in UTF-8), which some terminals obey.
-std::string printable(const std::string& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const bool c1 = byte == 0xC2 && i + 1 < text.size() &&
-                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
-                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
-        if (c1) ++i;
-        out += (byte < 0x20 || byte == 0x7f || c1) ? ' ' : text[i];
-    }
-    return out;
-}
-
 void appendGroup(std::string& out, const char* heading, const std::vector<AgentSession>& group,
                  TimePoint now) {
     if (group.empty()) return;
@@ -50,6 +34,21 @@ void putOptional(Json& object, const char* key, const std::optional<std::string>
 }
 
 } // namespace
+
+// C1 controls are U+0080 to U+009F, two bytes in UTF-8; some terminals obey them.
+std::string printable(const std::string& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool c1 = byte == 0xC2 && i + 1 < text.size() &&
+                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
+        if (c1) ++i;
+        out += (byte < 0x20 || byte == 0x7f || c1) ? ' ' : text[i];
+    }
+    return out;
+}
 
 std::string text(const std::vector<AgentSession>& sessions, TimePoint now) {
     const auto sections = SessionSections::of(sessions);

@@ -8,6 +8,10 @@
 
 namespace tovrin::StatusReport {
 
+// The text with control characters (C0, DEL, C1) made blanks: agents' titles and paths must not
+// drive the terminal.
+std::string printable(const std::string& text);
+
 // The session list for a terminal: three headed groups (waiting, working, idle), one line per
 // session with tool, title, project folder, reason and age; a line of its own when empty.
 std::string text(const std::vector<AgentSession>& sessions, TimePoint now);

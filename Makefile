@@ -18,9 +18,15 @@ configure: deps test-deps
 build: configure
 	@cmake --build --preset $(PRESET)
 
-# The terminal view of the sessions until the tray application exists.
+# The tray application where there is a display (X11, or XWayland on a Wayland desktop); the
+# terminal view of the sessions otherwise.
 run: build
-	@$(BUILD_DIR)/bin/tovrin status --follow
+	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
+		exec $(BUILD_DIR)/bin/tovrin; \
+	else \
+		echo "No display: showing the sessions in the terminal (Ctrl-C ends)."; \
+		exec $(BUILD_DIR)/bin/tovrin status --follow; \
+	fi
 
 test: build
 	@ctest --preset $(PRESET)
@@ -38,6 +44,7 @@ bench:
 	@build/release/bench/tovrin_refresh_bench
 	@build/release/bench/tovrin_alert_latency_bench
 	@bench/watch-memory.sh build/release
+	@bench/desktop.sh build/release
 
 clean:
 	@rm -rf build

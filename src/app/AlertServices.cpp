@@ -13,7 +13,7 @@ AlertServices::AlertServices(MainLoop& loop, const Clock& clock, PreferencesStor
       m_catalog(shareDir.value_or(std::filesystem::path()) / "Sounds", m_customSounds, m_player),
       m_soundManager(clock, m_catalog, m_player),
       m_banner(std::make_shared<NotificationBannerChannel>(preferences, m_notifier)),
-      m_secrets(chooseSecretStore()), m_messenger(m_http, loop) {}
+      m_secrets(chooseSecretStore()), m_http(loop), m_messenger(m_http, loop) {}
 
 std::vector<std::shared_ptr<NotificationChannel>> AlertServices::channels(SessionFocusing* focuser) {
     std::vector<std::shared_ptr<NotificationChannel>> list;

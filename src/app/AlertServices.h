@@ -11,7 +11,7 @@
 #include "focus/SessionFocusing.h"
 #include "platform/audio/LinuxSoundPlayer.h"
 #include "platform/dbus/DBusDesktopNotifier.h"
-#include "platform/qt/QtHttpClient.h"
+#include "platform/qt/LoadableHttpClient.h"
 #include "platform/secrets/SecretStoreFactory.h"
 
 #include <filesystem>
@@ -34,6 +34,7 @@ public:
     std::vector<std::shared_ptr<NotificationChannel>> channels(SessionFocusing* focuser);
 
     NotificationBannerChannel& banner() { return *m_banner; }
+    DesktopNotifier& notifier() { return m_notifier; }
     SecretStoring& secrets() { return *m_secrets.store; }
     const ChosenSecretStore& secretStore() const { return m_secrets; }
     TelegramMessaging& messenger() { return m_messenger; }
@@ -41,6 +42,7 @@ public:
 
 private:
     PreferencesStore& m_preferences;
+    // Each sound plays in a child process, so this one never maps the sound server's libraries.
     LinuxSoundPlayer m_player;
     CustomSoundManager m_customSounds;
     SoundCatalog m_catalog;
@@ -48,7 +50,7 @@ private:
     DBusDesktopNotifier m_notifier;
     std::shared_ptr<NotificationBannerChannel> m_banner;
     ChosenSecretStore m_secrets;
-    QtHttpClient m_http;
+    LoadableHttpClient m_http;
     TelegramAPIClient m_messenger;
 };
 

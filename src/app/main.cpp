@@ -2,9 +2,13 @@
 #include "app/cli/StatusCommand.h"
 #include "app/cli/TelegramCommand.h"
 #include "app/cli/WatchCommand.h"
+#include "platform/linux/InstallationPaths.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <unistd.h>
 
 namespace {
 
@@ -19,11 +23,36 @@ constexpr const char* usage =
     "  hooks setup       install hooks for every agent found that is on by default\n"
     "  hooks install <id> | uninstall <id>\n"
     "                    install or remove the hooks of one agent\n"
-    "  hooks remove-all  remove every hook and the status writer\n";
+    "  hooks remove-all  remove every hook and the status writer\n"
+    "  watch             alert on waiting sessions from a terminal, without windows\n"
+    "  telegram setup    link a Telegram chat for alerts on your phone\n"
+    "\n"
+    "Without a command, Tovrin starts in the system tray.\n";
+
+bool hasDisplay() {
+    return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr ||
+           std::getenv("QT_QPA_PLATFORM") != nullptr;
+}
+
+// The tray application is its own executable, so that the commands load no widget libraries.
+int startDesktop(char** argv) {
+    if (!hasDisplay()) {
+        std::fputs("tovrin: no display to show the tray application on.\n"
+                   "Use 'tovrin status --follow' to see the sessions, or 'tovrin watch' for alerts.\n",
+                   stderr);
+        return 1;
+    }
+    const auto desktop = tovrin::InstallationPaths::desktopExecutable();
+    if (desktop) execv(desktop->c_str(), argv);
+    std::fprintf(stderr, "tovrin: cannot start %s: %s\n", desktop ? desktop->c_str() : "the tray application",
+                 std::strerror(errno));
+    return 1;
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
+    if (argc < 2) return startDesktop(argv);
     if (argc >= 2 && std::strcmp(argv[1], "status") == 0) return tovrin::runStatusCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);

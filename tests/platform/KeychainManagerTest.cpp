@@ -1,9 +1,15 @@
 #include "platform/secrets/KeychainManager.h"
 
 #include "platform/secrets/SecretStoreFactory.h"
+#include "support/QtEventLoopTest.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <chrono>
 #include <cstdlib>
-#include <gio/gio.h>
 #include <gtest/gtest.h>
 
 namespace tovrin {
@@ -12,37 +18,51 @@ namespace {
 const std::string token = TelegramSecretKeys::botToken;
 const std::string chat = TelegramSecretKeys::chatID;
 
-// How many items the keyring holds for one service and key, whatever their schema, asked of the
-// service itself.
+QDBusMessage callSecretService(const QString& path, const QString& interface, const QString& method,
+                               const QList<QVariant>& arguments) {
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.secrets"), path, interface, method);
+    call.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(call, QDBus::Block, 5000);
+}
+
+// The items the keyring holds for one service and key, whatever their schema, asked of the service
+// itself; locked ones included.
+QList<QDBusObjectPath> itemPaths(const std::string& service, const std::string& key) {
+    const QMap<QString, QString> attributes{{"service", QString::fromStdString(service)},
+                                            {"account", QString::fromStdString(key)}};
+    const QDBusMessage reply = callSecretService("/org/freedesktop/secrets", "org.freedesktop.Secret.Service",
+                                                 "SearchItems", {QVariant::fromValue(attributes)});
+    if (reply.type() != QDBusMessage::ReplyMessage) return {};
+    return qdbus_cast<QList<QDBusObjectPath>>(reply.arguments().at(0)) +
+           qdbus_cast<QList<QDBusObjectPath>>(reply.arguments().at(1));
+}
+
 int itemsFor(const std::string& service, const std::string& key) {
-    GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-    if (!bus) return -1;
-    GVariantBuilder attributes;
-    g_variant_builder_init(&attributes, G_VARIANT_TYPE("a{ss}"));
-    g_variant_builder_add(&attributes, "{ss}", "service", service.c_str());
-    g_variant_builder_add(&attributes, "{ss}", "account", key.c_str());
-    GVariant* reply = g_dbus_connection_call_sync(
-        bus, "org.freedesktop.secrets", "/org/freedesktop/secrets", "org.freedesktop.Secret.Service",
-        "SearchItems", g_variant_new("(a{ss})", &attributes), G_VARIANT_TYPE("(aoao)"),
-        G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr);
-    g_object_unref(bus);
-    if (!reply) return -1;
-    GVariant* unlocked = g_variant_get_child_value(reply, 0);
-    GVariant* locked = g_variant_get_child_value(reply, 1);
-    const auto count = g_variant_n_children(unlocked) + g_variant_n_children(locked);
-    g_variant_unref(unlocked);
-    g_variant_unref(locked);
-    g_variant_unref(reply);
-    return static_cast<int>(count);
+    return static_cast<int>(itemPaths(service, key).size());
+}
+
+QVariant itemProperty(const QDBusObjectPath& item, const QString& name) {
+    const QDBusMessage reply = callSecretService(item.path(), "org.freedesktop.DBus.Properties", "Get",
+                                                 {"org.freedesktop.Secret.Item", name});
+    if (reply.type() != QDBusMessage::ReplyMessage) return {};
+    return qdbus_cast<QDBusVariant>(reply.arguments().at(0)).variant();
+}
+
+QDBusObjectPath defaultCollection() {
+    const QDBusMessage reply = callSecretService("/org/freedesktop/secrets", "org.freedesktop.Secret.Service",
+                                                 "ReadAlias", {"default"});
+    return qdbus_cast<QDBusObjectPath>(reply.arguments().value(0));
 }
 
 // Runs only under with-secret-service.sh, which starts a keyring of its own: never against the
 // user's real keyring.
-class KeychainManagerTest : public ::testing::Test {
+class KeychainManagerTest : public test::QtEventLoopTest {
 protected:
     void SetUp() override {
         if (!std::getenv("TOVRIN_SECRET_SERVICE_TESTS"))
             GTEST_SKIP() << "needs the private keyring of tests/platform/with-secret-service.sh";
+        qDBusRegisterMetaType<QMap<QString, QString>>();
     }
     KeychainManager store{"com.tovrin.test"};
 };
@@ -84,6 +104,59 @@ TEST_F(KeychainManagerTest, ServicesAndKeysKeepTheirItemsApart) {
     EXPECT_FALSE(other.string(chat));
     other.set("", token);
     EXPECT_EQ(store.string(token), "mine");
+}
+
+TEST_F(KeychainManagerTest, ItemsCarryTheAttributesAndLabelThatEarlierVersionsWrote) {
+    store.set("123:ABC", token);
+    const auto items = itemPaths("com.tovrin.test", token);
+    ASSERT_EQ(items.size(), 1);
+    const auto attributes = qdbus_cast<QMap<QString, QString>>(itemProperty(items[0], "Attributes"));
+    const QMap<QString, QString> expected{{"service", "com.tovrin.test"},
+                                          {"account", QString::fromStdString(token)},
+                                          {"xdg:schema", "com.tovrin.app.Secret"}};
+    EXPECT_EQ(attributes, expected);
+    EXPECT_EQ(itemProperty(items[0], "Label").toString(), "Tovrin " + QString::fromStdString(token));
+    EXPECT_TRUE(items[0].path().startsWith(defaultCollection().path() + "/"))
+        << items[0].path().toStdString();
+}
+
+// Items another program (or another schema name) wrote under the same service and key are found,
+// and a new value leaves exactly one item behind.
+TEST_F(KeychainManagerTest, FindsAndReplacesItemsWrittenUnderAnotherSchemaName) {
+    store.set(std::nullopt, token);
+    SecretServiceClient client;
+    const auto written = client.store("Written elsewhere",
+                                      {{"service", "com.tovrin.test"},
+                                       {"account", QString::fromStdString(token)},
+                                       {"xdg:schema", "org.example.Other"}},
+                                      "789:GHI", "text/plain");
+    ASSERT_TRUE(written);
+    EXPECT_EQ(store.string(token), "789:GHI");
+    store.set("123:ABC", token);
+    EXPECT_EQ(store.string(token), "123:ABC");
+    EXPECT_EQ(itemsFor("com.tovrin.test", token), 1);
+}
+
+TEST_F(KeychainManagerTest, NonAsciiValuesSurviveTheRoundTrip) {
+    store.set("ключ-🔑-\t\"x\"", token);
+    EXPECT_EQ(store.string(token), "ключ-🔑-\t\"x\"");
+}
+
+// A locked keyring asks the user; with no one to answer, reads find nothing and writes change
+// nothing, and neither hangs.
+TEST_F(KeychainManagerTest, ALockedKeyringWithoutAnAnswerReadsAsAbsent) {
+    store.set("123:ABC", token);
+    const QDBusMessage locked =
+        callSecretService("/org/freedesktop/secrets", "org.freedesktop.Secret.Service", "Lock",
+                          {QVariant::fromValue(QList{defaultCollection()})});
+    ASSERT_EQ(locked.type(), QDBusMessage::ReplyMessage) << locked.errorMessage().toStdString();
+
+    KeychainManager impatient("com.tovrin.test", std::chrono::seconds(2));
+    const auto started = std::chrono::steady_clock::now();
+    EXPECT_FALSE(impatient.string(token));
+    impatient.set("456:DEF", token);
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(20));
+    EXPECT_EQ(itemsFor("com.tovrin.test", token), 1);
 }
 
 } // namespace

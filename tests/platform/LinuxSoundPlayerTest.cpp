@@ -3,22 +3,22 @@
 #include "support/ScopedEnv.h"
 #include "support/TempDir.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <condition_variable>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
-#include <functional>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <numbers>
+#include <optional>
 #include <spawn.h>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 extern char** environ;
@@ -28,7 +28,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using Outcome = LinuxSoundPlayer::Outcome;
 using Steady = std::chrono::steady_clock;
 using test::ScopedEnv;
 
@@ -60,43 +59,69 @@ bool haveSox() {
     return std::system("command -v sox >/dev/null 2>&1") == 0;
 }
 
-// How each play ended, as the player's worker reports it.
-class Outcomes {
-public:
-    using Seen = std::vector<std::pair<std::string, Outcome>>;
+const fs::path playerProgram = TOVRIN_PLAY_EXECUTABLE;
 
-    LinuxSoundPlayer::Observer observer() {
-        return [this](const fs::path& file, Outcome outcome) {
-            std::lock_guard lock(m_mutex);
-            m_seen.emplace_back(file.filename().string(), outcome);
-            m_changed.notify_all();
-        };
-    }
-    Seen waitFor(std::size_t count) {
-        return waitUntil([&](const Seen& seen) { return seen.size() >= count; });
-    }
-    Seen waitForFile(const std::string& name) {
-        return waitUntil([&](const Seen& seen) {
-            return std::ranges::any_of(seen, [&](const auto& entry) { return entry.first == name; });
-        });
-    }
-    Seen now() {
-        std::lock_guard lock(m_mutex);
-        return m_seen;
-    }
+// tovrin-play's exit statuses.
+constexpr int finished = 0;
+constexpr int failed = 1;
+constexpr int badUsage = 2;
+constexpr int interrupted = 3;
 
-private:
-    // A test sound server may take a second or two to start a stream, hence the long wait.
-    Seen waitUntil(const std::function<bool(const Seen&)>& done) {
-        std::unique_lock lock(m_mutex);
-        m_changed.wait_for(lock, 15s, [&] { return done(m_seen); });
-        return m_seen;
-    }
+// Starts tovrin-play with its output to /dev/null, as the app does.
+pid_t startPlayer(const std::vector<std::string>& arguments) {
+    std::vector<std::string> storage{playerProgram.string()};
+    storage.insert(storage.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (auto& argument : storage)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    const int error = ::posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    return error == 0 ? pid : -1;
+}
 
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    Seen m_seen;
+// The exit status of a started player, or -1 if it was killed or could not be started.
+int exitStatus(pid_t pid) {
+    int status = 0;
+    if (pid <= 0 || ::waitpid(pid, &status, 0) != pid || !WIFEXITED(status)) return -1;
+    return WEXITSTATUS(status);
+}
+
+struct PlayerRun {
+    int status;
+    Steady::duration took;
 };
+
+PlayerRun runPlayer(const std::vector<std::string>& arguments) {
+    const auto started = Steady::now();
+    const int status = exitStatus(startPlayer(arguments));
+    return {status, Steady::now() - started};
+}
+
+// This process's tovrin-play children and whether each has ended unreaped (a zombie).
+std::vector<std::pair<int, bool>> playerChildren() {
+    std::vector<std::pair<int, bool>> children;
+    for (const auto& entry : fs::directory_iterator("/proc")) {
+        std::ifstream stat(entry.path() / "stat");
+        std::string line;
+        if (!std::getline(stat, line)) continue;
+        const std::size_t open = line.find('(');
+        const std::size_t close = line.rfind(')');
+        if (open == std::string::npos || close == std::string::npos) continue;
+        std::istringstream rest(line.substr(close + 1));
+        char state = 0;
+        int parent = 0;
+        rest >> state >> parent;
+        if (parent == ::getpid() && line.substr(open + 1, close - open - 1) == "tovrin-play")
+            children.emplace_back(std::stoi(line), state == 'Z');
+    }
+    return children;
+}
 
 TEST(LinuxSoundPlayer, CanDecodeOnlyRealSoundFiles) {
     test::TempDir dir;
@@ -131,21 +156,18 @@ TEST(LinuxSoundPlayer, CanDecodeAiffAndOggVorbis) {
     }
 }
 
-TEST(LinuxSoundPlayer, PlayWithoutASoundServerFailsQuietly) {
+TEST(SoundPlayerProgram, FailsQuietlyWithoutASoundServerOrASound) {
     test::TempDir dir;
     const fs::path tone = writeTone(dir.path() / "tone.wav", 0.3);
+    dir.write("text.wav", "this is not a sound\n");
     ScopedEnv server("PULSE_SERVER", "unix:" + (dir.path() / "no-such-socket").string());
-    Outcomes outcomes;
-    LinuxSoundPlayer player("freedesktop", outcomes.observer());
+    ScopedEnv runtime("XDG_RUNTIME_DIR", dir.path().string());
 
-    player.play(tone);
-    player.play(dir.path() / "missing.wav");
-
-    // The second play may replace the first before it starts; whatever ran, none was heard.
-    const auto seen = outcomes.waitFor(1);
-    ASSERT_FALSE(seen.empty());
-    for (const auto& [name, outcome] : seen)
-        EXPECT_EQ(outcome, Outcome::failed) << name;
+    EXPECT_EQ(runPlayer({tone.string()}).status, failed);
+    EXPECT_EQ(runPlayer({(dir.path() / "missing.wav").string()}).status, failed);
+    EXPECT_EQ(runPlayer({(dir.path() / "text.wav").string()}).status, failed);
+    EXPECT_EQ(runPlayer({}).status, badUsage);
+    EXPECT_EQ(runPlayer({tone.string(), tone.string()}).status, badUsage);
 }
 
 // A private PulseAudio daemon with a null sink, so playback runs against a real server.
@@ -204,59 +226,86 @@ protected:
     void SetUp() override {
         if (serverAddress.empty()) GTEST_SKIP() << "pulseaudio could not be started";
         server.emplace("PULSE_SERVER", serverAddress);
+        // Sounds of other runs and of the desktop must not cut these short, nor these them.
+        runtimeDir.emplace("XDG_RUNTIME_DIR", dir.path().string());
     }
 
     static inline std::unique_ptr<test::TempDir> runtime;
     static inline pid_t daemon = 0;
     static inline std::string serverAddress;
-    std::optional<ScopedEnv> server;
     test::TempDir dir;
+    std::optional<ScopedEnv> server;
+    std::optional<ScopedEnv> runtimeDir;
 };
 
-TEST_F(LinuxSoundPlayerOnNullSink, PlaysToTheEndWhileTheCallerGoesOn) {
+TEST_F(LinuxSoundPlayerOnNullSink, ThePlayerProgramPlaysToTheEnd) {
     const fs::path tone = writeTone(dir.path() / "tone.wav", 0.6);
-    Outcomes outcomes;
-    LinuxSoundPlayer player("freedesktop", outcomes.observer());
-
-    const auto started = Steady::now();
-    player.play(tone);
-    EXPECT_TRUE(outcomes.now().empty()) << "play() waited for the sound";
-
-    const auto seen = outcomes.waitFor(1);
-    const auto took = Steady::now() - started;
-    ASSERT_EQ(seen.size(), 1u);
-    EXPECT_EQ(seen[0].second, Outcome::finished);
+    const PlayerRun run = runPlayer({tone.string()});
+    EXPECT_EQ(run.status, finished);
     // The sink takes samples in real time, so a sound that reached it can't be done much sooner.
-    EXPECT_GE(took, 400ms);
+    EXPECT_GE(run.took, 400ms);
 }
 
 TEST_F(LinuxSoundPlayerOnNullSink, ANewSoundCutsTheOldOneShort) {
     const fs::path longTone = writeTone(dir.path() / "long.wav", 4.0);
     const fs::path shortTone = writeTone(dir.path() / "short.wav", 0.2);
-    Outcomes outcomes;
-    std::size_t before = 0;
-    {
-        LinuxSoundPlayer player("freedesktop", outcomes.observer());
-        player.play(longTone);
-        std::this_thread::sleep_for(300ms);
-        player.play(shortTone);
+    const auto started = Steady::now();
+    const pid_t longPlayer = startPlayer({longTone.string()});
+    ASSERT_GT(longPlayer, 0);
+    // Long enough for it to reach the server, whose start may be slow under load.
+    std::this_thread::sleep_for(800ms);
 
-        // If the first play had not started yet, the second replaced it and it never sounds.
-        const auto seen = outcomes.waitForFile("short.wav");
-        ASSERT_FALSE(seen.empty());
-        EXPECT_EQ(seen.back(), std::pair(std::string("short.wav"), Outcome::finished));
-        if (seen.size() == 2) {
-            EXPECT_EQ(seen[0], std::pair(std::string("long.wav"), Outcome::interrupted));
-        }
+    EXPECT_EQ(runPlayer({shortTone.string()}).status, finished);
+    EXPECT_EQ(exitStatus(longPlayer), interrupted);
+    EXPECT_LT(Steady::now() - started, 3500ms);
+}
 
-        // Destroying the player stops what is playing instead of waiting for its end.
-        before = seen.size();
-        player.play(longTone);
-        std::this_thread::sleep_for(300ms);
+// The sound theme's files are Ogg Vorbis, decoded by a library loaded for them; a floating-point
+// AIFF-C goes through the built-in decoder.
+TEST_F(LinuxSoundPlayerOnNullSink, PlaysOggVorbisAndAiffToTheEnd) {
+    if (!haveSox()) GTEST_SKIP() << "sox is not installed";
+    for (const auto& [name, type] :
+         {std::pair("tone.oga", "-t ogg"), std::pair("tone.aifc", "-t aifc -e floating-point -b 32")}) {
+        const fs::path file = dir.path() / name;
+        const std::string command =
+            std::string("sox -q -n -r 22050 -c 2 ") + type + " '" + file.string() + "' synth 0.3 sine 440";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+        const PlayerRun run = runPlayer({file.string()});
+        EXPECT_EQ(run.status, finished) << name;
+        EXPECT_GE(run.took, 200ms) << name;
     }
-    const auto seen = outcomes.now();
-    for (std::size_t i = before; i < seen.size(); ++i)
-        EXPECT_EQ(seen[i].second, Outcome::interrupted);
+}
+
+TEST_F(LinuxSoundPlayerOnNullSink, PlayReturnsAtOnceAndTheChildIsReapedWhenTheSoundEnds) {
+    const fs::path tone = writeTone(dir.path() / "tone.wav", 0.8);
+    LinuxSoundPlayer player("freedesktop", playerProgram);
+
+    const auto started = Steady::now();
+    player.play(tone);
+    EXPECT_LT(Steady::now() - started, 200ms) << "play() waited for the sound";
+
+    // A child that could not play would end at once; this one lasts as long as the sound.
+    std::this_thread::sleep_for(400ms);
+    const auto playing = playerChildren();
+    ASSERT_EQ(playing.size(), 1u);
+    EXPECT_FALSE(playing[0].second);
+
+    const auto deadline = Steady::now() + 15s;
+    while (!playerChildren().empty() && Steady::now() < deadline)
+        std::this_thread::sleep_for(20ms);
+    EXPECT_TRUE(playerChildren().empty()) << "the player is still running or was left a zombie";
+    EXPECT_GE(Steady::now() - started, 700ms);
+}
+
+TEST(LinuxSoundPlayer, WithoutThePlayerProgramPlayIsSilent) {
+    test::TempDir dir;
+    const fs::path tone = writeTone(dir.path() / "tone.wav", 0.3);
+    LinuxSoundPlayer missing("freedesktop", dir.path() / "no-such-player");
+    LinuxSoundPlayer none("freedesktop", std::nullopt);
+    missing.play(tone);
+    none.play(tone);
+    EXPECT_TRUE(playerChildren().empty());
+    EXPECT_TRUE(missing.canDecode(tone));
 }
 
 class LinuxSoundPlayerTheme : public ::testing::Test {

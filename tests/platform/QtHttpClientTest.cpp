@@ -1,8 +1,11 @@
 #include "platform/qt/QtHttpClient.h"
 
 #include "alerts/telegram/TelegramAPIClient.h"
+#include "platform/linux/InstallationPaths.h"
+#include "platform/qt/LoadableHttpClient.h"
 #include "platform/qt/QtMainLoop.h"
 #include "support/QtEventLoopTest.h"
+#include "support/TempDir.h"
 
 #include <QCoreApplication>
 #include <QSslSocket>
@@ -116,7 +119,7 @@ protected:
     }
 
     LocalHttpServer server;
-    std::unique_ptr<QtHttpClient> client = std::make_unique<QtHttpClient>();
+    std::unique_ptr<HttpClient> client = std::make_unique<QtHttpClient>();
 };
 
 TEST_F(QtHttpClientTest, EveryHttpStatusIsAnAnswerWithItsBodyAsServed) {
@@ -254,6 +257,54 @@ TEST_F(QtHttpClientTest, TelegramRepliesBecomeTheWordsTheUserReads) {
         else
             EXPECT_TRUE(text.starts_with(words)) << text;
     }
+}
+
+// The same client reached through the module that programs load at their first request; the
+// build tree has the installation's layout, so the module is found where it would be installed.
+class LoadableHttpClientTest : public QtHttpClientTest {
+protected:
+    LoadableHttpClientTest() { client = std::make_unique<LoadableHttpClient>(loop); }
+    QtMainLoop loop;
+};
+
+TEST_F(LoadableHttpClientTest, TheModuleIsFoundAndAnswersLikeTheClientItHolds) {
+    EXPECT_EQ(InstallationPaths::httpModule(), std::filesystem::path(TOVRIN_HTTP_MODULE));
+    server.route("/json", httpReply(200, "application/json", R"({"ok":true})"));
+    const auto result = fetch(get("/json"));
+    ASSERT_TRUE(result) << result.error().description();
+    EXPECT_EQ(result.value().status, 200);
+    EXPECT_EQ(result.value().body, R"({"ok":true})");
+
+    server.route("/never", LocalHttpServer::never);
+    bool answered = false;
+    client->send(get("/never", 0.2), [&](HttpResult) { answered = true; });
+    ASSERT_TRUE(pumpUntil([&] { return server.received().size() == 2; }));
+    client.reset();
+    pumpUntil([] { return false; }, 400ms);
+    EXPECT_FALSE(answered);
+}
+
+TEST_F(LoadableHttpClientTest, WithoutTheModuleEveryRequestFailsLaterSayingWhy) {
+    test::TempDir dir;
+    dir.write("libtovrin-http.so", "not a library");
+    for (const auto& module : {dir.path() / "missing.so", dir.path() / "libtovrin-http.so"}) {
+        client = std::make_unique<LoadableHttpClient>(loop, module);
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            const auto result = fetch(get("/json"));
+            ASSERT_FALSE(result);
+            EXPECT_EQ(result.error().kind, TransportError::Kind::other);
+            EXPECT_NE(result.error().description().find(module.string()), std::string::npos)
+                << result.error().description();
+        }
+    }
+    EXPECT_TRUE(server.received().empty());
+
+    // Gone before its failure is told: the completion never comes.
+    bool answered = false;
+    client->send(get("/json"), [&](HttpResult) { answered = true; });
+    client.reset();
+    pumpUntil([] { return false; }, 100ms);
+    EXPECT_FALSE(answered);
 }
 
 } // namespace

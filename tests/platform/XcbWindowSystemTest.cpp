@@ -3,6 +3,7 @@
 #include "focus/AppActivator.h"
 #include "focus/EditorWindowRaiser.h"
 #include "support/FakeFocusPorts.h"
+#include "support/XcbTestClient.h"
 
 #include <algorithm>
 #include <chrono>
@@ -33,50 +34,12 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
 class XcbWindowSystemTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        const char* isPrivate = std::getenv("TOVRIN_PRIVATE_X_DISPLAY");
-        if (!isPrivate || std::strcmp(isPrivate, "1") != 0)
+        if (!test::XcbTestClient::onPrivateDisplay())
             GTEST_SKIP() << "needs the private X server of run-x11-tests.sh";
-        m_c = xcb_connect(nullptr, nullptr);
-        ASSERT_EQ(xcb_connection_has_error(m_c), 0);
-        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_c)).data->root;
-        ASSERT_TRUE(eventually([&] { return windowManagerRuns(); })) << "no window manager came up";
-    }
-    void TearDown() override {
-        if (m_c) xcb_disconnect(m_c);
+        ASSERT_TRUE(m_x.connected());
+        ASSERT_TRUE(eventually([&] { return m_x.windowManagerRuns(); })) << "no window manager came up";
     }
 
-    // Whether a client redirects the root's map requests, as only a window manager does. Looked
-    // at, not tried: taking the redirect even for a moment could make the starting manager give up.
-    bool windowManagerRuns() {
-        auto* attributes =
-            xcb_get_window_attributes_reply(m_c, xcb_get_window_attributes(m_c, m_root), nullptr);
-        const bool redirected =
-            attributes && (attributes->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
-        std::free(attributes);
-        return redirected;
-    }
-    xcb_atom_t atom(const char* name) {
-        auto* reply = xcb_intern_atom_reply(
-            m_c, xcb_intern_atom(m_c, 0, static_cast<std::uint16_t>(std::strlen(name)), name), nullptr);
-        const xcb_atom_t result = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-        std::free(reply);
-        return result;
-    }
-    std::vector<std::uint32_t> windowProperty(xcb_window_t window, xcb_atom_t property) {
-        auto* reply = xcb_get_property_reply(
-            m_c, xcb_get_property(m_c, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1024), nullptr);
-        std::vector<std::uint32_t> values;
-        if (reply && reply->format == 32) {
-            const auto* data = static_cast<const std::uint32_t*>(xcb_get_property_value(reply));
-            values.assign(data, data + xcb_get_property_value_length(reply) / 4);
-        }
-        std::free(reply);
-        return values;
-    }
-    std::uint32_t activeWindow() {
-        const auto values = windowProperty(m_root, atom("_NET_ACTIVE_WINDOW"));
-        return values.empty() ? 0 : values.front();
-    }
     bool listed(std::uint32_t id) {
         const auto windows = m_windows.normalWindows();
         return std::ranges::any_of(windows, [&](const WindowInfo& w) { return w.id == id; });
@@ -92,17 +55,17 @@ protected:
         const std::string classes = instance + '\0' + className + '\0';
         xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(classes.size()), classes.data());
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8,
-                            static_cast<std::uint32_t>(title.size()), title.data());
+        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_NAME"), m_x.atom("UTF8_STRING"),
+                            8, static_cast<std::uint32_t>(title.size()), title.data());
         const std::uint32_t pid = static_cast<std::uint32_t>(::getpid());
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1,
+        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1,
                             &pid);
-        const xcb_atom_t windowType = atom(type);
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1,
-                            &windowType);
+        const xcb_atom_t windowType = m_x.atom(type);
+        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32,
+                            1, &windowType);
         // A window manager that is still starting may drop a map request: ask again.
         const auto managed = [&] {
-            return std::ranges::count(windowProperty(m_root, atom("_NET_CLIENT_LIST")), w) == 1;
+            return std::ranges::count(m_x.property(m_root, m_x.atom("_NET_CLIENT_LIST")), w) == 1;
         };
         for (int attempt = 0; attempt < 10 && !managed(); ++attempt) {
             xcb_unmap_window(m_c, w);
@@ -112,13 +75,15 @@ protected:
         }
         EXPECT_TRUE(managed()) << title << " never managed";
         if (std::strcmp(type, "_NET_WM_WINDOW_TYPE_NORMAL") == 0) {
-            EXPECT_TRUE(eventually([&] { return activeWindow() == w; })) << title << " never became active";
+            EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == w; }))
+                << title << " never became active";
         }
         return w;
     }
 
-    xcb_connection_t* m_c = nullptr;
-    xcb_window_t m_root = 0;
+    test::XcbTestClient m_x;
+    xcb_connection_t* const m_c = m_x.connection();
+    const xcb_window_t m_root = m_x.root();
     XcbWindowSystem m_windows;
     const std::string m_home = "/home/tester";
 };
@@ -146,9 +111,9 @@ TEST_F(XcbWindowSystemTest, AppActivatorBringsTheNamedApplicationForward) {
     AppActivator activator(m_windows, shell, {});
 
     activator.activate("Konsole");
-    EXPECT_TRUE(eventually([&] { return activeWindow() == konsole; }));
+    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == konsole; }));
     activator.activate("XTerm");
-    EXPECT_TRUE(eventually([&] { return activeWindow() == xterm; }));
+    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == xterm; }));
     EXPECT_TRUE(log.entries().empty());
 }
 
@@ -160,11 +125,11 @@ TEST_F(XcbWindowSystemTest, RaiseWindowActivatesTheEditorWindowOfTheFolder) {
     const Editor vscode{"vscode", "Visual Studio Code"};
 
     EXPECT_TRUE(raiser.raiseWindow(vscode, m_home + "/alpha/src"));
-    EXPECT_TRUE(eventually([&] { return activeWindow() == alpha; }));
+    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == alpha; }));
     EXPECT_TRUE(raiser.raiseWindow(vscode, m_home + "/beta"));
-    EXPECT_TRUE(eventually([&] { return activeWindow() == beta; }));
+    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == beta; }));
     EXPECT_FALSE(raiser.raiseWindow(vscode, m_home + "/gamma"));
-    EXPECT_EQ(activeWindow(), beta);
+    EXPECT_EQ(m_x.activeWindow(), beta);
     EXPECT_NE(browser, beta);
 }
 

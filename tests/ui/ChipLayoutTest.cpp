@@ -27,6 +27,8 @@ TEST(ChipLayout, VisibilityFollowsTheSwitchesAndTheSessions) {
         EXPECT_EQ(shouldShow({c.show, c.onlyWaiting, c.aggregate, c.hasSessions}), c.expected)
             << c.show << c.onlyWaiting << static_cast<int>(c.aggregate.kind) << c.hasSessions;
     }
+    // Without a tray the chip is the way in: shown even when switched off and with nothing to show.
+    EXPECT_TRUE(shouldShow({false, true, neutral, false, true}));
 }
 
 TEST(ChipLayout, OnlyAChangeOfVisibilityTouchesTheWindow) {

@@ -1,47 +1,48 @@
 #include "platform/secrets/KeychainManager.h"
 
-#include <libsecret/secret.h>
 #include <utility>
 
 namespace tovrin {
 namespace {
 
-// Items match by their attributes alone, whatever schema name another version wrote.
-const SecretSchema* schema() {
-    static const SecretSchema* const instance =
-        secret_schema_new("com.tovrin.app.Secret", SECRET_SCHEMA_DONT_MATCH_NAME, "service",
-                          SECRET_SCHEMA_ATTRIBUTE_STRING, "account", SECRET_SCHEMA_ATTRIBUTE_STRING, nullptr);
-    return instance;
-}
+// Written with every item, as earlier versions did, so that other keyring tools can group them;
+// lookups leave it out and find items of any schema name.
+const QString schemaAttribute = QStringLiteral("xdg:schema");
+const QString schemaName = QStringLiteral("com.tovrin.app.Secret");
 
 } // namespace
 
-KeychainManager::KeychainManager(std::string service) : m_service(std::move(service)) {}
+KeychainManager::KeychainManager(std::string service, std::chrono::milliseconds promptTimeout)
+    : m_service(std::move(service)), m_client(QDBusConnection::sessionBus(), promptTimeout) {}
+
+SecretServiceClient::Attributes KeychainManager::attributes(const std::string& key) const {
+    return {{QStringLiteral("service"), QString::fromStdString(m_service)},
+            {QStringLiteral("account"), QString::fromStdString(key)}};
+}
 
 std::optional<std::string> KeychainManager::string(const std::string& key) const {
-    GError* error = nullptr;
-    gchar* password = secret_password_lookup_sync(schema(), nullptr, &error, "service", m_service.c_str(),
-                                                  "account", key.c_str(), nullptr);
-    if (error) g_error_free(error);
-    if (!password) return std::nullopt;
-    std::string value(password);
-    secret_password_free(password);
-    return value;
+    for (const auto& item : m_client.search(attributes(key))) {
+        const auto secret = m_client.secret(item);
+        if (secret && !secret->isEmpty()) return secret->toStdString();
+    }
+    return std::nullopt;
 }
 
 void KeychainManager::set(const std::optional<std::string>& value, const std::string& key) {
-    GError* error = nullptr;
-    if (!value || value->empty()) {
-        secret_password_clear_sync(schema(), nullptr, &error, "service", m_service.c_str(), "account",
-                                   key.c_str(), nullptr);
-    } else {
-        // Storing under the same attributes replaces the item, so a key never has two.
-        const std::string label = "Tovrin " + key;
-        secret_password_store_sync(schema(), SECRET_COLLECTION_DEFAULT, label.c_str(), value->c_str(),
-                                   nullptr, &error, "service", m_service.c_str(), "account", key.c_str(),
-                                   nullptr);
+    const auto matching = attributes(key);
+    std::optional<QDBusObjectPath> kept;
+    if (value && !value->empty()) {
+        auto stored = matching;
+        stored.insert(schemaAttribute, schemaName);
+        const QString label = QStringLiteral("Tovrin ") + QString::fromStdString(key);
+        kept = m_client.store(label, stored, QByteArray::fromStdString(*value), QStringLiteral("text/plain"));
+        if (!kept) return; // the old value stays rather than none at all
     }
-    if (error) g_error_free(error);
+    // Replacing only covers an item with the very same attributes; one with another schema name,
+    // or in another collection, would otherwise shadow the new value.
+    for (const auto& item : m_client.search(matching)) {
+        if (item != kept) m_client.remove(item);
+    }
 }
 
 } // namespace tovrin

@@ -3,8 +3,10 @@
 #include "platform/secrets/FileSecretStore.h"
 #include "platform/secrets/KeychainManager.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <atomic>
 #include <cmath>
-#include <gio/gio.h>
 
 namespace tovrin {
 
@@ -15,32 +17,28 @@ std::string ChosenSecretStore::notice() const {
 }
 
 bool secretServiceAnswers(Seconds timeout) {
-    GError* error = nullptr;
-    gchar* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, &error);
-    if (!address) {
-        g_clear_error(&error);
-        return false;
+    // A connection of its own, to the address the environment names now: a shared one would
+    // keep answering for the bus it first reached.
+    static std::atomic<int> probes{0};
+    const QString name = QStringLiteral("tovrin-secret-service-probe-%1").arg(probes++);
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    bool answered = false;
+    {
+        const QDBusConnection connection =
+            address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
+                              : QDBusConnection::connectToBus(address, name);
+        if (connection.isConnected()) {
+            // Reading a property of the service needs the service itself to answer, not just the bus.
+            QDBusMessage call = QDBusMessage::createMethodCall(
+                QStringLiteral("org.freedesktop.secrets"), QStringLiteral("/org/freedesktop/secrets"),
+                QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+            call << QStringLiteral("org.freedesktop.Secret.Service") << QStringLiteral("Collections");
+            const QDBusMessage reply =
+                connection.call(call, QDBus::Block, static_cast<int>(std::lround(timeout.count() * 1000)));
+            answered = reply.type() == QDBusMessage::ReplyMessage;
+        }
     }
-    GDBusConnection* connection = g_dbus_connection_new_for_address_sync(
-        address,
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, nullptr, &error);
-    g_free(address);
-    if (!connection) {
-        g_clear_error(&error);
-        return false;
-    }
-    // Reading a property of the service needs the service itself to answer, not just the bus.
-    GVariant* reply = g_dbus_connection_call_sync(
-        connection, "org.freedesktop.secrets", "/org/freedesktop/secrets", "org.freedesktop.DBus.Properties",
-        "Get", g_variant_new("(ss)", "org.freedesktop.Secret.Service", "Collections"), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, static_cast<int>(std::lround(timeout.count() * 1000)), nullptr, &error);
-    const bool answered = reply != nullptr;
-    if (reply) g_variant_unref(reply);
-    g_clear_error(&error);
-    g_dbus_connection_close_sync(connection, nullptr, nullptr);
-    g_object_unref(connection);
+    QDBusConnection::disconnectFromBus(name);
     return answered;
 }
 

@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
-struct xcb_connection_t;
-
 namespace tovrin {
+
+class XcbConnection;
 
 // The desktop's windows through EWMH on an X server. Connects on first use to $DISPLAY (or
 // the display given) and again after the connection has broken; without a server every
@@ -26,16 +26,9 @@ public:
     bool activate(std::uint64_t windowId) override;
 
 private:
-    struct Atoms;
-    // The live connection, connecting if needed; null without a server. Call under m_mutex.
-    xcb_connection_t* connection() const;
-    void disconnect() const;
-
-    std::optional<std::string> m_display;
     mutable std::mutex m_mutex;
-    mutable xcb_connection_t* m_connection = nullptr;
-    mutable std::uint32_t m_root = 0;
-    mutable std::unique_ptr<Atoms> m_atoms;
+    // Used only under m_mutex.
+    const std::unique_ptr<XcbConnection> m_connection;
 };
 
 } // namespace tovrin

@@ -6,6 +6,7 @@
 namespace tovrin::ChipLayout {
 
 bool shouldShow(const VisibilityInputs& in) {
+    if (in.standsInForTray) return true;
     if (!in.showFloatingChip) return false;
     if (in.chipOnlyWhenWaiting) return in.aggregate.kind == AggregateStatus::Kind::waiting;
     return in.hasSessions;

@@ -50,6 +50,8 @@ struct VisibilityInputs {
     bool chipOnlyWhenWaiting = false;
     AggregateStatus aggregate;
     bool hasSessions = false;
+    // On a desktop without a tray the chip is the only way into the application, so it always shows.
+    bool standsInForTray = false;
 };
 
 bool shouldShow(const VisibilityInputs& in);

@@ -1,0 +1,53 @@
+#include "app/desktop/AppCoordinator.h"
+
+#include "core/UserPaths.h"
+#include "platform/linux/InstallationPaths.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace tovrin {
+
+AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
+    : m_tracking(loop, clock,
+                 [&](PreferencesStore& preferences) {
+                     m_focus = std::make_unique<FocusServices>();
+                     m_alerts = std::make_unique<AlertServices>(loop, clock, preferences, UserPaths::home(),
+                                                                InstallationPaths::shareDir());
+                     return m_alerts->channels(&m_focus->focuser());
+                 }),
+      m_menuViewModel(m_tracking.store, m_focus->focuser(), loop),
+      m_chipController(m_menuViewModel, m_tracking.preferences, m_tracking.defaults, &m_chipPinner),
+      m_updater([](const std::string& address) {
+          QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+      }),
+      m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences) {}
+
+std::filesystem::path AppCoordinator::statusDirectory() {
+    return UserPaths::statusDirectory();
+}
+
+void AppCoordinator::start() {
+    if (m_started) return;
+    m_started = true;
+
+    std::error_code ignored; // a folder that can't be made leaves the list empty
+    std::filesystem::create_directories(statusDirectory(), ignored);
+
+    auto& preferences = m_tracking.preferences;
+    if (preferences.notificationBannerEnabled()) m_alerts->banner().ensureAuthorization();
+    bool first = true;
+    m_cancellables.add(preferences.notificationBannerEnabled.observe([this, first](bool enabled) mutable {
+        if (std::exchange(first, false) || !enabled) return;
+        m_alerts->banner().ensureAuthorization();
+    }));
+
+    m_tracking.store.start();
+
+    m_chipController.buildPanel();
+    m_chipController.observe();
+    m_chipController.applyOpacity();
+    m_chipController.evaluateVisibility();
+}
+
+} // namespace tovrin

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "alerts/telegram/TelegramSettingsViewModel.h"
+#include "app/AlertServices.h"
+#include "app/SessionTracking.h"
+#include "app/desktop/FocusServices.h"
+#include "core/Clock.h"
+#include "core/MainLoop.h"
+#include "core/Signal.h"
+#include "platform/x11/XcbChipPinner.h"
+#include "services/UpdaterManager.h"
+#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/views/FloatingChipWindowController.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tovrin {
+
+// The desktop application's object graph, built once in a fixed order and started once. It holds no
+// logic of its own beyond that order.
+class AppCoordinator {
+public:
+    AppCoordinator(MainLoop& loop, const Clock& clock);
+    AppCoordinator(const AppCoordinator&) = delete;
+    AppCoordinator& operator=(const AppCoordinator&) = delete;
+
+    // Runs once, when the tray icon first shows: status folder, banner authorization, the session
+    // pipeline with its first pass (alerts for sessions already waiting), then the chip.
+    void start();
+
+    static std::filesystem::path statusDirectory();
+
+    PreferencesStore& preferences() { return m_tracking.preferences; }
+    SessionStore& store() { return m_tracking.store; }
+    MenuBarViewModel& menuViewModel() { return m_menuViewModel; }
+    TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
+    FloatingChipWindowController& chipController() { return m_chipController; }
+    UpdaterManager& updater() { return m_updater; }
+    AlertServices& alerts() { return *m_alerts; }
+    bool started() const { return m_started; }
+
+private:
+    // Filled while the store is built, between the reader and the store, and declared before it so
+    // that they outlive the channels that use them.
+    std::unique_ptr<FocusServices> m_focus;
+    std::unique_ptr<AlertServices> m_alerts;
+    SessionTracking m_tracking;
+    MenuBarViewModel m_menuViewModel;
+    XcbChipPinner m_chipPinner;
+    FloatingChipWindowController m_chipController;
+    UpdaterManager m_updater;
+    TelegramSettingsViewModel m_telegramSettings;
+    Subscriptions m_cancellables;
+    bool m_started = false;
+};
+
+} // namespace tovrin

@@ -1,0 +1,101 @@
+#include "app/desktop/DesktopShell.h"
+
+#include "app/desktop/AppCoordinator.h"
+#include "ui/theme/ForgeTheme.h"
+#include "ui/views/AboutView.h"
+#include "ui/views/Openers.h"
+#include "ui/views/PanelWindow.h"
+#include "ui/views/StatusItemIcon.h"
+
+#include <QApplication>
+#include <QMenu>
+
+namespace tovrin {
+namespace {
+
+constexpr const char* noTrayTitle = "Tovrin has no tray here";
+constexpr const char* noTrayBody =
+    "This desktop shows no system tray icons, so the floating chip stands in for the tray icon.";
+
+// The menu in the forge's colours, since the application loads no desktop style for it.
+QString menuStyle() {
+    const auto name = [](const Color& color) { return ForgeStyle::qColor(color).name(); };
+    return QStringLiteral("QMenu { background: %1; color: %2; border: 1px solid %3; padding: 4px; }"
+                          "QMenu::item { padding: 5px 18px; }"
+                          "QMenu::item:selected { background: %3; color: %4; }"
+                          "QMenu::separator { height: 1px; background: %3; margin: 4px 8px; }")
+        .arg(name(ForgeTheme::ironTop), name(ForgeTheme::ash), name(ForgeTheme::edge),
+             name(ForgeTheme::bronze));
+}
+
+} // namespace
+
+DesktopShell::DesktopShell(AppCoordinator& coordinator, std::function<AboutView*()> makeAboutWindow)
+    : m_coordinator(coordinator), m_makeAboutWindow(std::move(makeAboutWindow)),
+      m_panel(std::make_unique<PanelWindow>(coordinator.menuViewModel(), coordinator.preferences(),
+                                            panelActions())),
+      m_menu(std::make_unique<QMenu>()) {
+    m_icon = std::make_unique<StatusItemIcon>(coordinator.menuViewModel(),
+                                              [this](const QIcon& icon, const QString& tip) {
+                                                  m_tray.setIcon(icon);
+                                                  m_tray.setToolTip(tip);
+                                              });
+
+    // Trays differ in which click they pass on; the menu offers the same ways in from any of them.
+    m_menu->setStyleSheet(menuStyle());
+    m_menu->addAction(QStringLiteral("Show Sessions"), [this] { openPanel(); });
+    m_menu->addAction(QStringLiteral("About Tovrin"), [this] { openAbout(); });
+    m_menu->addSeparator();
+    m_menu->addAction(QStringLiteral("Quit Tovrin"), [] { QApplication::quit(); });
+    m_tray.setContextMenu(m_menu.get());
+    connect(&m_tray, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
+            m_panel->toggleAt(m_tray.geometry());
+        }
+    });
+}
+
+DesktopShell::~DesktopShell() {
+    openers() = {};
+}
+
+void DesktopShell::launch() {
+    openers().about.action = [this] { openAbout(); };
+    if (hasTray()) m_tray.show();
+    m_coordinator.start();
+    if (!hasTray()) {
+        m_coordinator.chipController().standInForTray(*m_menu);
+        tellNoTray();
+    }
+}
+
+bool DesktopShell::hasTray() const {
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void DesktopShell::openPanel() {
+    m_panel->openAt(m_tray.geometry());
+}
+
+void DesktopShell::openAbout() {
+    if (!m_about) {
+        m_about = m_makeAboutWindow();
+        m_about->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_about->present();
+}
+
+AppActions DesktopShell::panelActions() {
+    return AppActions{
+        .onPreferences = [] { openers().settings.open(); },
+        .onFeedback = [] { openers().feedback.open(); },
+        .onAbout = [this] { openAbout(); },
+        .onQuit = [] { QApplication::quit(); },
+    };
+}
+
+void DesktopShell::tellNoTray() {
+    m_coordinator.alerts().notifier().show(noTrayTitle, noTrayBody);
+}
+
+} // namespace tovrin

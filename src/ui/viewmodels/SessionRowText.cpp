@@ -1,0 +1,36 @@
+#include "ui/viewmodels/SessionRowText.h"
+
+#include "hooks/ToolIdentity.h"
+#include "ui/viewmodels/ForgePalette.h"
+#include "ui/viewmodels/RelativeTime.h"
+
+namespace tovrin::SessionRowText {
+
+std::string subtitle(const AgentSession& session, TimePoint now) {
+    std::string text = ToolIdentity::named(session.tool).displayName;
+    if (session.reason) {
+        text += separator;
+        text += *session.reason;
+    }
+    text += separator;
+    text += RelativeTime::string(session.updatedAt, now);
+    return text;
+}
+
+std::string revealToolTip(const AgentSession& session) {
+    return "Reveal " + session.projectPath() + " in Files";
+}
+
+Color titleColor(SessionState state) {
+    switch (state) {
+    case SessionState::waiting:
+        return ForgeTheme::waitingRed;
+    case SessionState::working:
+        return ForgeTheme::workingAmber;
+    case SessionState::idle:
+        break;
+    }
+    return ForgeTheme::ash;
+}
+
+} // namespace tovrin::SessionRowText

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/Clock.h"
+#include "core/Color.h"
+#include "sessions/AgentSession.h"
+
+#include <string>
+#include <string_view>
+
+namespace tovrin::SessionRowText {
+
+inline constexpr std::string_view separator = " \u00B7 ";
+inline constexpr std::string_view hideToolTip = "Hide until its status changes";
+
+// "<tool name> · <reason> · <age>"; a reason that is present but empty still takes its place.
+std::string subtitle(const AgentSession& session, TimePoint now);
+
+// Names the project folder the reveal button opens.
+std::string revealToolTip(const AgentSession& session);
+
+// The title shows the state at a glance: red waits, amber works, ash rests.
+Color titleColor(SessionState state);
+
+} // namespace tovrin::SessionRowText

@@ -1,0 +1,162 @@
+#include "ui/views/AboutView.h"
+
+#include "core/BuildInfo.h"
+#include "services/UpdaterManager.h"
+#include "ui/theme/AppBrandIcon.h"
+#include "ui/theme/ForgeTheme.h"
+#include "ui/theme/SoftGlow.h"
+#include "ui/viewmodels/AboutContent.h"
+#include "ui/views/ChangeRelay.h"
+
+#include <QCursor>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace tovrin {
+
+namespace {
+
+constexpr int columnWidth = 335;
+constexpr int iconSide = 96;
+
+QString rgba(const Color& color, double opacity = 1) {
+    const QColor c = ForgeStyle::qColor(color, opacity);
+    return QStringLiteral("rgba(%1, %2, %3, %4)").arg(c.red()).arg(c.green()).arg(c.blue()).arg(c.alphaF());
+}
+
+// The brand image at its size; its ember glow is painted by the window behind it, so that the glow
+// can spread past the image's own frame.
+class BrandImage : public QWidget {
+public:
+    explicit BrandImage(QWidget* parent) : QWidget(parent) { setFixedSize(iconSide, iconSide); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPixmap& image = AppBrandIcon::image();
+        if (!image.isNull()) painter.drawPixmap(rect(), image, image.rect());
+    }
+};
+
+QLabel* textLine(const QString& text, const QFont& font, const Color& color, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignHCenter);
+    label->setStyleSheet(QStringLiteral("color: %1; background: transparent;").arg(rgba(color)));
+    return label;
+}
+
+QString emberButtonStyle() {
+    return QStringLiteral("QPushButton { color: %1; background: %2; border: 1px solid %3; border-radius: 6px;"
+                          " padding: 4px 14px; }"
+                          "QPushButton:hover { background: %4; }"
+                          "QPushButton:pressed { background: %5; }"
+                          "QPushButton:disabled { color: %6; background: %7; border-color: %8; }")
+        .arg(rgba(ForgeTheme::ember), rgba(ForgeTheme::ember, 0.14), rgba(ForgeTheme::ember, 0.45),
+             rgba(ForgeTheme::ember, 0.22), rgba(ForgeTheme::ember, 0.3), rgba(ForgeTheme::ashDim),
+             rgba(ForgeTheme::edge, 0.35), rgba(ForgeTheme::edge));
+}
+
+QString linkStyle() {
+    return QStringLiteral("QPushButton { color: %1; background: transparent; border: none; padding: 0; }"
+                          "QPushButton:hover { text-decoration: underline; }")
+        .arg(rgba(ForgeTheme::bronze));
+}
+
+} // namespace
+
+AboutView::AboutView(UpdaterManager& updater, OpenUrl openUrl, QWidget* parent)
+    : QWidget(parent), m_updater(updater), m_openUrl(std::move(openUrl)) {
+    setWindowTitle(QStringLiteral("About Tovrin"));
+    setObjectName(QStringLiteral("about"));
+    if (!m_openUrl) m_openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); };
+
+    QPalette dark = palette();
+    dark.setColor(QPalette::Window, ForgeStyle::qColor(ForgeTheme::ironBottom));
+    dark.setColor(QPalette::WindowText, ForgeStyle::qColor(ForgeTheme::ash));
+    dark.setColor(QPalette::ButtonText, ForgeStyle::qColor(ForgeTheme::ash));
+    setPalette(dark);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(36, 32, 36, 28);
+    column->setSpacing(14);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+
+    m_icon = new BrandImage(this);
+    column->addWidget(m_icon, 0, Qt::AlignHCenter);
+
+    auto* titles = new QVBoxLayout();
+    titles->setSpacing(6);
+    QFont engraved = ForgeStyle::engraved(22, QFont::DemiBold);
+    engraved.setLetterSpacing(QFont::AbsoluteSpacing, 3);
+    titles->addWidget(textLine(QStringLiteral("TOVRIN"), engraved, ForgeTheme::bronze, this));
+    const std::string version = AboutContent::versionLine(BuildInfo::version, BuildInfo::buildNumber);
+    titles->addWidget(
+        textLine(QString::fromStdString(version), ForgeStyle::systemFont(12), ForgeTheme::ashDim, this));
+    column->addLayout(titles);
+
+    QFont italic = ForgeStyle::systemFont(14);
+    italic.setItalic(true);
+    QLabel* motto = textLine(
+        QString::fromUtf8(AboutContent::motto.data(), static_cast<qsizetype>(AboutContent::motto.size())),
+        italic, ForgeTheme::ash, this);
+    motto->setWordWrap(true);
+    motto->setFixedWidth(columnWidth);
+    column->addWidget(motto);
+
+    column->addSpacing(4);
+    m_updateButton = new QPushButton(QStringLiteral("Check for Updates…"), this);
+    m_updateButton->setFont(ForgeStyle::systemFont(13));
+    m_updateButton->setStyleSheet(emberButtonStyle());
+    m_updateButton->setCursor(Qt::PointingHandCursor);
+    connect(m_updateButton, &QPushButton::clicked, this, [this] { m_updater.checkForUpdates(); });
+    column->addWidget(m_updateButton, 0, Qt::AlignHCenter);
+
+    const std::string site = AboutContent::websiteName(BuildInfo::website);
+    if (!site.empty()) {
+        column->addSpacing(2);
+        m_websiteLink = new QPushButton(QString::fromStdString(site), this);
+        m_websiteLink->setFont(ForgeStyle::systemFont(11));
+        m_websiteLink->setStyleSheet(linkStyle());
+        m_websiteLink->setCursor(Qt::PointingHandCursor);
+        const QUrl address(QString::fromStdString(AboutContent::websiteAddress(BuildInfo::website)));
+        connect(m_websiteLink, &QPushButton::clicked, this, [this, address] { m_openUrl(address); });
+        column->addWidget(m_websiteLink, 0, Qt::AlignHCenter);
+    }
+
+    followUpdater();
+    new ChangeRelay(
+        m_updater.willChange, [this] { followUpdater(); }, this);
+}
+
+void AboutView::followUpdater() {
+    m_updateButton->setEnabled(m_updater.canCheckForUpdates());
+}
+
+void AboutView::present() {
+    adjustSize();
+    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (screen) move(screen->availableGeometry().center() - rect().center());
+    show();
+    raise();
+    activateWindow();
+}
+
+void AboutView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), ForgeStyle::ironGradient(height()));
+    const QPixmap& image = AppBrandIcon::image();
+    if (!image.isNull())
+        SoftGlow::paint(painter, image.toImage(), QRectF(m_icon->geometry()),
+                        ForgeStyle::qColor(ForgeTheme::ember), 0.45, 22);
+}
+
+} // namespace tovrin

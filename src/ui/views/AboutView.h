@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QUrl>
+#include <QWidget>
+#include <functional>
+
+class QLabel;
+class QPushButton;
+
+namespace tovrin {
+
+class UpdaterManager;
+
+// The About window: the icon, the name, the version and motto, the update check and the web site.
+class AboutView : public QWidget {
+public:
+    using OpenUrl = std::function<void(const QUrl&)>;
+
+    // Links open through `openUrl`, or in the user's browser when none is given.
+    explicit AboutView(UpdaterManager& updater, OpenUrl openUrl = {}, QWidget* parent = nullptr);
+
+    // Shows the window at the centre of the screen under the pointer, in front.
+    void present();
+
+    QPushButton* updateButton() const { return m_updateButton; }
+    QPushButton* websiteLink() const { return m_websiteLink; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void followUpdater();
+
+    UpdaterManager& m_updater;
+    OpenUrl m_openUrl;
+    QWidget* m_icon = nullptr;
+    QPushButton* m_updateButton = nullptr;
+    QPushButton* m_websiteLink = nullptr;
+};
+
+} // namespace tovrin

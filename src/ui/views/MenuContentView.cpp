@@ -1,0 +1,69 @@
+#include "ui/views/MenuContentView.h"
+
+#include "ui/theme/BronzeHairline.h"
+#include "ui/theme/ForgeTheme.h"
+#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/PanelContent.h"
+#include "ui/views/ChangeRelay.h"
+#include "ui/views/ElidedLabel.h"
+#include "ui/views/FloatingWindowToggle.h"
+#include "ui/views/PanelHeader.h"
+#include "ui/views/SessionListView.h"
+#include "ui/views/SessionScroller.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace tovrin {
+
+MenuContentView::MenuContentView(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+                                 QWidget* parent)
+    : QWidget(parent), m_model(model), m_header(new PanelHeader(this)), m_list(new SessionListView(model)),
+      m_scroller(new SessionScroller(m_list, this)),
+      m_empty(new ElidedLabel(ForgeStyle::systemFont(14), ForgeStyle::qColor(ForgeTheme::ash), this)),
+      m_toggle(new FloatingWindowToggle(preferences, this)),
+      m_footer(new AppActionsFooter(std::move(actions), this)) {
+    setFixedWidth(panelWidth);
+    m_empty->setText(QString::fromUtf8(PanelContent::emptyStateText.data(),
+                                       static_cast<qsizetype>(PanelContent::emptyStateText.size())));
+    m_empty->setContentsMargins(18, 18, 18, 18);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addWidget(new BronzeHairline(this));
+    column->addWidget(m_scroller);
+    column->addWidget(m_empty);
+    column->addWidget(new BronzeHairline(this));
+    column->addWidget(m_toggle);
+    column->addWidget(new BronzeHairline(this));
+    column->addWidget(m_footer);
+
+    new ChangeRelay(
+        model.objectWillChange, [this] { refresh(); }, this);
+    refresh();
+}
+
+void MenuContentView::refresh() {
+    m_header->setAggregate(m_model.aggregate());
+    const bool hasSessions = m_model.hasSessions();
+    m_scroller->setVisible(hasSessions);
+    m_empty->setVisible(!hasSessions);
+}
+
+void MenuContentView::setListHeightLimit(int limit) {
+    m_scroller->setHeightLimit(limit);
+}
+
+int MenuContentView::chromeHeight() const {
+    return sizeHint().height() - (m_scroller->isVisibleTo(this) ? m_scroller->sizeHint().height() : 0);
+}
+
+void MenuContentView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), ForgeStyle::ironGradient(height()));
+}
+
+} // namespace tovrin

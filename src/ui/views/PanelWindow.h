@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ui/views/AppActionsFooter.h"
+
+#include <QElapsedTimer>
+#include <QRect>
+#include <QWidget>
+
+namespace tovrin {
+
+class MenuBarViewModel;
+class MenuContentView;
+class PreferencesStore;
+
+// The frameless popup that drops from the tray icon. It closes on a click elsewhere or Escape, keeps
+// inside the screen, and follows its content's height.
+class PanelWindow : public QWidget {
+public:
+    PanelWindow(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+                QWidget* parent = nullptr);
+
+    // Opens by `anchor`, the tray icon's geometry; an empty anchor means the pointer's position.
+    void openAt(const QRect& anchor);
+    // What a click on the tray icon does: opens the panel, or closes it when it is open.
+    void toggleAt(const QRect& anchor);
+
+    MenuContentView* content() const { return m_content; }
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void fit();
+
+    MenuContentView* m_content;
+    QRect m_anchor;
+    QElapsedTimer m_sinceClosed;
+    bool m_fitPending = false;
+};
+
+} // namespace tovrin

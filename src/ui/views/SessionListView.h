@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+namespace tovrin {
+
+class MenuBarViewModel;
+class SessionSectionView;
+
+// The sessions in three sections, waiting, working and resting, each under its heading; it follows
+// the model by itself. Its width is its host's.
+class SessionListView : public QWidget {
+public:
+    explicit SessionListView(MenuBarViewModel& model, QWidget* parent = nullptr);
+
+    SessionSectionView* waitingSection() const { return m_waiting; }
+    SessionSectionView* workingSection() const { return m_working; }
+    SessionSectionView* restingSection() const { return m_resting; }
+
+private:
+    void refresh();
+
+    MenuBarViewModel& m_model;
+    SessionSectionView* m_waiting;
+    SessionSectionView* m_working;
+    SessionSectionView* m_resting;
+};
+
+} // namespace tovrin

@@ -1,0 +1,51 @@
+#include "ui/viewmodels/SessionRowText.h"
+
+#include "support/SampleSessions.h"
+#include "ui/viewmodels/ForgePalette.h"
+
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+class SessionRowTextTest : public ::testing::Test {
+protected:
+    AgentSession make(const std::string& tool, double secondsAgo) {
+        return test::session(tool, "s1", SessionState::waiting, addSeconds(now, -secondsAgo));
+    }
+    TimePoint now = std::chrono::system_clock::from_time_t(1'800'000'000);
+};
+
+TEST_F(SessionRowTextTest, SubtitleJoinsToolReasonAndAge) {
+    auto session = make("claude-code", 42);
+    EXPECT_EQ(SessionRowText::subtitle(session, now), "Claude Code \u00B7 42s ago");
+
+    session.reason = "Permission to edit main.cpp";
+    EXPECT_EQ(SessionRowText::subtitle(session, now),
+              "Claude Code \u00B7 Permission to edit main.cpp \u00B7 42s ago");
+
+    // Present but empty still holds its place between two separators.
+    session.reason = "";
+    EXPECT_EQ(SessionRowText::subtitle(session, now), "Claude Code \u00B7  \u00B7 42s ago");
+
+    // An unknown tool goes by its id; a stamp from the future is "just now".
+    EXPECT_EQ(SessionRowText::subtitle(make("aider", -30), now), "aider \u00B7 just now");
+    EXPECT_EQ(SessionRowText::subtitle(make("codex-cli", 3600), now), "Codex \u00B7 1h ago");
+}
+
+TEST_F(SessionRowTextTest, RevealNamesTheRootOrElseTheWorkingFolder) {
+    auto session = make("codex-cli", 0);
+    session.cwd = "/home/dev/app/src";
+    EXPECT_EQ(SessionRowText::revealToolTip(session), "Reveal /home/dev/app/src in Files");
+    session.root = "/home/dev/app";
+    EXPECT_EQ(SessionRowText::revealToolTip(session), "Reveal /home/dev/app in Files");
+}
+
+TEST_F(SessionRowTextTest, TitleColourFollowsTheState) {
+    EXPECT_EQ(SessionRowText::titleColor(SessionState::waiting), ForgeTheme::waitingRed);
+    EXPECT_EQ(SessionRowText::titleColor(SessionState::working), ForgeTheme::workingAmber);
+    EXPECT_EQ(SessionRowText::titleColor(SessionState::idle), ForgeTheme::ash);
+}
+
+} // namespace
+} // namespace tovrin

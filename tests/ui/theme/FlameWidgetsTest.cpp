@@ -1,0 +1,134 @@
+#include "support/RenderedImages.h"
+#include "support/ScopedEnv.h"
+#include "ui/theme/FireText.h"
+#include "ui/theme/FlameFill.h"
+#include "ui/theme/FlickerSchedule.h"
+#include "ui/theme/ForgeTheme.h"
+
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+// Sum of alpha down the widget's left margin, where only a glow can paint.
+int alphaInMargin(const QImage& image) {
+    int total = 0;
+    for (int y = 0; y < image.height(); ++y)
+        total += qAlpha(image.pixel(FireText::glowMargin - 2, y));
+    return total;
+}
+
+// A little over one frame, so that two draws fall on different flame times.
+void waitAFrame() {
+    QThread::msleep(90);
+}
+
+TEST(FireTextTest, WithoutAFlameDrawsFlatBronzeWithoutGlowOrTimer) {
+    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "0");
+    auto text =
+        std::make_unique<FireText>(QStringLiteral("TOVRIN"), ForgeStyle::engraved(22, QFont::DemiBold), 3);
+    text->adjustSize();
+    text->show();
+    EXPECT_EQ(text->mode(), FireTextMode::flat);
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning());
+    const QImage image = test::renderOf(*text);
+    test::saveArtifact(image, QStringLiteral("fire-text-flat"));
+    EXPECT_EQ(alphaInMargin(image), 0);
+    bool sawBronze = false;
+    const QColor bronze = ForgeStyle::qColor(ForgeTheme::bronze);
+    for (int y = 0; y < image.height() && !sawBronze; ++y)
+        for (int x = 0; x < image.width() && !sawBronze; ++x)
+            sawBronze = test::near(test::pixelAt(image, x, y), bronze, 2);
+    EXPECT_TRUE(sawBronze);
+}
+
+TEST(FireTextTest, UnderReducedMotionTheFlameStandsStillAndNoTimerRuns) {
+    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "1");
+    FireText text(QStringLiteral("TOVRIN"), ForgeStyle::engraved(22, QFont::DemiBold), 3);
+    text.setFlame(FlamePalette::red());
+    text.adjustSize();
+    text.show();
+    EXPECT_EQ(text.mode(), FireTextMode::still);
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning());
+    const QImage first = test::renderOf(text);
+    waitAFrame();
+    const QImage second = test::renderOf(text);
+    test::saveArtifact(first, QStringLiteral("fire-text-still-red"));
+    EXPECT_EQ(first, second);
+    EXPECT_GT(alphaInMargin(first), 0) << "the glow reaches into the margin";
+}
+
+TEST(FireTextTest, BurningRedrawsOnTheSharedScheduleOnlyWhileShown) {
+    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "0");
+    QWidget window;
+    auto* text =
+        new FireText(QStringLiteral("TOVRIN"), ForgeStyle::engraved(22, QFont::DemiBold), 3, &window);
+    text->setFlame(FlamePalette::amber());
+    text->adjustSize();
+    window.adjustSize();
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning()) << "not yet on screen";
+    window.show();
+    EXPECT_TRUE(FlickerSchedule::shared().isRunning());
+    EXPECT_EQ(FlickerSchedule::shared().interval(), 42);
+
+    const QImage first = test::renderOf(*text);
+    waitAFrame();
+    const QImage second = test::renderOf(*text);
+    test::saveArtifact(first, QStringLiteral("fire-text-burning-amber"));
+    EXPECT_NE(first, second);
+
+    window.hide();
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning()) << "a hidden window costs nothing";
+    window.show();
+    EXPECT_TRUE(FlickerSchedule::shared().isRunning());
+    text->setFlame(std::nullopt);
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning()) << "cooled text leaves the schedule";
+    text->setFlame(FlamePalette::red());
+    delete text;
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning()) << "a destroyed widget leaves the schedule";
+}
+
+TEST(FlameFillTest, PaintsNothingWithoutAFlameAndTheStillWashOtherwise) {
+    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "1");
+    FlameFill fill;
+    fill.resize(200, 40);
+    fill.show();
+    const QImage cold = test::renderOf(fill);
+    EXPECT_EQ(qAlpha(cold.pixel(100, 20)), 0);
+
+    fill.setFlame(FlamePalette::amber());
+    const QImage still = test::renderOf(fill);
+    test::saveArtifact(still, QStringLiteral("flame-fill-still-amber"));
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning());
+    // The core at the top and the base at the bottom, each under the glow at 0.07.
+    const auto washed = [](const Color& under) {
+        const Color glow = FlamePalette::amber().glow;
+        const auto mix = [](double a, double b) { return a * 0.93 + b * 0.07; };
+        return ForgeStyle::qColor(
+            {mix(under.red, glow.red), mix(under.green, glow.green), mix(under.blue, glow.blue), 1});
+    };
+    EXPECT_TRUE(test::near(test::pixelAt(still, 100, 0), washed(FlamePalette::amber().core), 8));
+    EXPECT_TRUE(test::near(test::pixelAt(still, 100, 39), washed(FlamePalette::amber().base), 8));
+    waitAFrame();
+    EXPECT_EQ(test::renderOf(fill), still);
+}
+
+TEST(FlameFillTest, BurningWashChangesFromFrameToFrameBehindItsChildren) {
+    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "0");
+    FlameFill fill;
+    fill.resize(200, 40);
+    fill.setFlame(FlamePalette::red());
+    fill.show();
+    EXPECT_TRUE(FlickerSchedule::shared().isRunning());
+    const QImage first = test::renderOf(fill);
+    waitAFrame();
+    const QImage second = test::renderOf(fill);
+    test::saveArtifact(first, QStringLiteral("flame-fill-burning-red"));
+    EXPECT_NE(first, second);
+    fill.hide();
+    EXPECT_FALSE(FlickerSchedule::shared().isRunning());
+}
+
+} // namespace
+} // namespace tovrin

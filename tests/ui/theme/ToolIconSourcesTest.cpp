@@ -1,0 +1,55 @@
+#include "ui/viewmodels/ToolIconSources.h"
+
+#include <gtest/gtest.h>
+
+namespace tovrin {
+namespace {
+
+using namespace ToolIconSources;
+using Paths = std::vector<std::filesystem::path>;
+
+TEST(ToolIconSourcesTest, OverridesAreTriedInTheirFixedOrderAndStayInTheFolder) {
+    const auto folder = overrideFolder("/home/ada");
+    EXPECT_EQ(folder, std::filesystem::path("/home/ada/.tovrin/icons"));
+    EXPECT_EQ(overrideCandidates(folder, "copilot-cli"),
+              (Paths{folder / "copilot-cli.png", folder / "copilot-cli.icns", folder / "copilot-cli.jpg",
+                     folder / "copilot-cli.jpeg", folder / "copilot-cli.pdf"}));
+    EXPECT_TRUE(overrideCandidates(folder, "../secret").empty());
+    EXPECT_TRUE(overrideCandidates(folder, "").empty());
+}
+
+TEST(ToolIconSourcesTest, OnlyToolsThatAreApplicationsHaveDesktopIds) {
+    EXPECT_EQ(desktopIds("copilot-vscode"), (std::vector<std::string>{"code", "code-insiders", "vscodium"}));
+    EXPECT_EQ(desktopIds("claude-code").front(), "claude-desktop");
+    EXPECT_EQ(desktopIds("cursor-cli"), desktopIds("cursor-ide"));
+    EXPECT_TRUE(desktopIds("codex-cli").empty());
+    EXPECT_TRUE(desktopIds("copilot-cli").empty());
+}
+
+TEST(ToolIconSourcesTest, ApplicationFoldersFollowTheBaseDirectoryRules) {
+    EXPECT_EQ(applicationFolders(std::nullopt, std::nullopt, "/home/ada"),
+              (Paths{"/home/ada/.local/share/applications", "/usr/local/share/applications",
+                     "/usr/share/applications"}));
+    EXPECT_EQ(applicationFolders("/data", "/opt/share:relative::/var/lib/flatpak/exports/share", "/home/ada"),
+              (Paths{"/data/applications", "/opt/share/applications",
+                     "/var/lib/flatpak/exports/share/applications"}));
+    EXPECT_EQ(applicationFolders("not/absolute", "", "/h").front(),
+              std::filesystem::path("/h/.local/share/applications"));
+}
+
+TEST(ToolIconSourcesTest, TheIconComesFromTheDesktopEntryGroupOnly) {
+    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\nName=Code\nIcon=vscode\n"), "vscode");
+    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\r\nIcon[de]=x\r\nIcon = /opt/app/icon.png \r\n"),
+              "/opt/app/icon.png");
+    EXPECT_EQ(desktopEntryIcon("[Desktop Action new]\nIcon=other\n[Desktop Entry]\nName=A\n"), std::nullopt);
+    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\n# Icon=commented\nIcon=\n"), std::nullopt);
+}
+
+TEST(ToolIconSourcesTest, OnlyCodexHasAMarkInATwentyFourSquare) {
+    const std::string_view mark = brandLogoSvg("codex-cli");
+    EXPECT_NE(mark.find(R"(viewBox="0 0 24 24")"), std::string_view::npos);
+    EXPECT_TRUE(brandLogoSvg("claude-code").empty());
+}
+
+} // namespace
+} // namespace tovrin

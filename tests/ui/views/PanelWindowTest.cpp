@@ -1,0 +1,96 @@
+#include "ui/views/PanelWindow.h"
+
+#include "support/MenuModelFixture.h"
+#include "support/SettleEvents.h"
+#include "ui/views/MenuContentView.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QThread>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace tovrin {
+namespace {
+
+using enum SessionState;
+
+class PanelWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        available = QGuiApplication::primaryScreen()->availableGeometry();
+        window = std::make_unique<PanelWindow>(fixture.model, fixture.preferences, AppActions{});
+    }
+    void TearDown() override { window->close(); }
+
+    std::vector<AgentSession> sessions(int count) {
+        std::vector<AgentSession> list;
+        for (int i = 0; i < count; ++i)
+            list.push_back(
+                fixture.make("codex-cli", "s" + std::to_string(i), i % 3 ? working : waiting, i * 40));
+        return list;
+    }
+
+    test::MenuModelFixture fixture;
+    QRect available;
+    std::unique_ptr<PanelWindow> window;
+};
+
+TEST_F(PanelWindowTest, OpensUnderATopIconAndAboveABottomOneInsideTheScreen) {
+    const QRect topRightIcon(available.right() - 30, available.top(), 24, 24);
+    window->openAt(topRightIcon);
+    ASSERT_TRUE(window->isVisible());
+    QRect frame = window->geometry();
+    EXPECT_EQ(frame.width(), MenuContentView::panelWidth);
+    EXPECT_GT(frame.top(), topRightIcon.bottom());
+    EXPECT_TRUE(available.contains(frame)) << frame.x() << "," << frame.y();
+    window->close();
+
+    const QRect bottomLeftIcon(available.left() + 2, available.bottom() - 24, 24, 24);
+    window->openAt(bottomLeftIcon);
+    frame = window->geometry();
+    EXPECT_LT(frame.bottom(), bottomLeftIcon.top());
+    EXPECT_EQ(frame.left(), available.left());
+}
+
+TEST_F(PanelWindowTest, FollowsTheContentsHeightAndNeverOutgrowsTheScreen) {
+    window->openAt(QRect(available.center(), QSize(20, 20)));
+    const int emptyHeight = window->height();
+
+    fixture.publish(sessions(3));
+    test::settleEvents();
+    const int threeHeight = window->height();
+    EXPECT_GT(threeHeight, emptyHeight + 3 * 40);
+
+    fixture.publish(sessions(60));
+    test::settleEvents();
+    EXPECT_LE(window->height(), available.height());
+    EXPECT_TRUE(available.contains(window->geometry()));
+    // Header, toggle and footer stay; the list scrolls between them.
+    EXPECT_TRUE(window->content()->footer()->isVisible());
+    EXPECT_LE(window->content()->footer()->mapTo(window.get(), QPoint()).y() +
+                  window->content()->footer()->height(),
+              window->height());
+
+    fixture.publish({});
+    test::settleEvents();
+    EXPECT_EQ(window->height(), emptyHeight);
+}
+
+TEST_F(PanelWindowTest, ASecondClickOnTheIconCloses) {
+    const QRect icon(available.right() - 30, available.top(), 24, 24);
+    window->toggleAt(icon);
+    EXPECT_TRUE(window->isVisible());
+    window->toggleAt(icon);
+    EXPECT_FALSE(window->isVisible());
+    // The same click arriving once more, as when the popup closed itself on the press.
+    window->toggleAt(icon);
+    EXPECT_FALSE(window->isVisible());
+
+    QThread::msleep(350);
+    window->toggleAt(icon);
+    EXPECT_TRUE(window->isVisible());
+}
+
+} // namespace
+} // namespace tovrin

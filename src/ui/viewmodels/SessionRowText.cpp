@@ -12,9 +12,11 @@ std::string subtitle(const AgentSession& session, TimePoint now) {
         text += separator;
         text += *session.reason;
     }
-    text += separator;
-    text += RelativeTime::string(session.updatedAt, now);
-    return text;
+    return text + ageSuffix(session, now);
+}
+
+std::string ageSuffix(const AgentSession& session, TimePoint now) {
+    return std::string(separator) + RelativeTime::string(session.updatedAt, now);
 }
 
 std::string revealToolTip(const AgentSession& session) {

@@ -14,6 +14,8 @@ inline constexpr std::string_view hideToolTip = "Hide until its status changes";
 
 // "<tool name> · <reason> · <age>"; a reason that is present but empty still takes its place.
 std::string subtitle(const AgentSession& session, TimePoint now);
+// The end of the subtitle that a narrow row keeps whole, cutting the reason instead: " · <age>".
+std::string ageSuffix(const AgentSession& session, TimePoint now);
 
 // Names the project folder the reveal button opens.
 std::string revealToolTip(const AgentSession& session);

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <algorithm>
 
 namespace tovrin {
 
@@ -11,9 +12,10 @@ ElidedLabel::ElidedLabel(const QFont& font, const QColor& color, QWidget* parent
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-void ElidedLabel::setText(const QString& text) {
-    if (text == m_text) return;
+void ElidedLabel::setText(const QString& text, qsizetype keptTail) {
+    if (text == m_text && keptTail == m_keptTail) return;
     m_text = text;
+    m_keptTail = std::clamp<qsizetype>(keptTail, 0, text.size());
     updateGeometry();
     update();
 }
@@ -22,6 +24,16 @@ void ElidedLabel::setColor(const QColor& color) {
     if (color == m_color) return;
     m_color = color;
     update();
+}
+
+QString ElidedLabel::shownText() const {
+    const QFontMetrics metrics(font());
+    const int width = contentsRect().width();
+    const QString whole = metrics.elidedText(m_text, Qt::ElideRight, width);
+    if (whole == m_text || m_keptTail == 0) return whole;
+    const QString tail = m_text.right(m_keptTail);
+    const int room = std::max(0, width - metrics.horizontalAdvance(tail));
+    return metrics.elidedText(m_text.left(m_text.size() - m_keptTail), Qt::ElideRight, room) + tail;
 }
 
 QSize ElidedLabel::sizeHint() const {
@@ -39,9 +51,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setPen(m_color);
-    const QRect box = contentsRect();
-    const QString shown = QFontMetrics(font()).elidedText(m_text, Qt::ElideRight, box.width());
-    painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shownText());
 }
 
 } // namespace tovrin

@@ -13,11 +13,14 @@ class ElidedLabel : public QWidget {
 public:
     ElidedLabel(const QFont& font, const QColor& color, QWidget* parent = nullptr);
 
-    void setText(const QString& text);
+    // `keptTail` characters at the end are never cut: the ellipsis goes into what comes before them.
+    void setText(const QString& text, qsizetype keptTail = 0);
     void setColor(const QColor& color);
     const QString& text() const { return m_text; }
     const QColor& color() const { return m_color; }
 
+    // What fits in the current width.
+    QString shownText() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -26,6 +29,7 @@ protected:
 
 private:
     QString m_text;
+    qsizetype m_keptTail = 0;
     QColor m_color;
 };
 

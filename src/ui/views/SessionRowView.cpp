@@ -56,7 +56,9 @@ void SessionRowView::refreshTexts() {
     setAccessibleName(qString(m_session.title));
     m_title->setText(qString(m_session.title));
     m_title->setColor(ForgeStyle::qColor(SessionRowText::titleColor(m_session.state)));
-    m_subtitle->setText(qString(SessionRowText::subtitle(m_session, std::chrono::system_clock::now())));
+    const auto now = std::chrono::system_clock::now();
+    m_subtitle->setText(qString(SessionRowText::subtitle(m_session, now)),
+                        qString(SessionRowText::ageSuffix(m_session, now)).size());
 }
 
 void SessionRowView::setHovering(bool hovering) {

@@ -1,5 +1,7 @@
 #include "ui/theme/AppBrandIcon.h"
 
+#include "ui/theme/SvgImage.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QPainter>
@@ -19,14 +21,8 @@ QPixmap fromIcon(const QIcon& icon) {
 
 QPixmap builtIn() {
     QSvgRenderer renderer(QStringLiteral(":/tovrin/icons/tovrin.svg"));
-    if (!renderer.isValid()) return {};
-    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, QRectF(0, 0, side, side));
-    painter.end();
-    return QPixmap::fromImage(picture);
+    const std::optional<QImage> picture = renderSvg(renderer, side);
+    return picture ? QPixmap::fromImage(*picture) : QPixmap();
 }
 
 QPixmap find() {

@@ -1,6 +1,7 @@
 #include "ui/theme/ToolIcons.h"
 
 #include "core/UserPaths.h"
+#include "ui/theme/SvgImage.h"
 #include "ui/viewmodels/ToolIconSources.h"
 
 #include <QFile>
@@ -105,14 +106,8 @@ std::optional<QImage> templateImage(const std::string& tool) {
     const std::string_view svg = ToolIconSources::brandLogoSvg(tool);
     if (svg.empty()) return std::nullopt;
     QSvgRenderer renderer(QByteArray(svg.data(), static_cast<qsizetype>(svg.size())));
-    if (!renderer.isValid()) return std::nullopt;
-    QImage mark(logoSide, logoSide, QImage::Format_ARGB32_Premultiplied);
-    mark.fill(Qt::transparent);
-    QPainter painter(&mark);
-    painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, QRectF(0, 0, logoSide, logoSide));
-    painter.end();
-    cache.emplace(tool, mark);
+    const std::optional<QImage> mark = renderSvg(renderer, logoSide);
+    if (mark) cache.emplace(tool, *mark);
     return mark;
 }
 

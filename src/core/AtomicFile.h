@@ -15,6 +15,10 @@ namespace tovrin {
 Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_view content,
                                  mode_t mode = 0644);
 
+// Creates `path` with `content`, whole, unless something is already there: then nothing changes
+// and it succeeds, so that of several processes exactly one writes it.
+Result<void> createFileOnce(const std::filesystem::path& path, std::string_view content, mode_t mode = 0644);
+
 // Reads a whole regular file; fails for anything else (missing, directory, FIFO ...).
 Result<std::string> readWholeFile(const std::filesystem::path& path);
 

@@ -1,10 +1,12 @@
 #include "hooks/HookFileStore.h"
 
 #include "core/AtomicFile.h"
+#include "hooks/ForeignJson.h"
 #include "hooks/HookFileError.h"
 
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <sys/stat.h>
 #include <system_error>
@@ -20,59 +22,100 @@ std::string describe(const char* step, const fs::path& path, const std::string& 
     return std::string(step) + " " + path.string() + ": " + reason;
 }
 
-fs::file_status linkStatus(const fs::path& path) {
-    std::error_code ignored;
-    return fs::symlink_status(path, ignored);
+fs::path withSuffix(const fs::path& path, const char* suffix) {
+    fs::path result = path;
+    result += suffix;
+    return result;
 }
 
-// A private file stays private after we replace it.
-mode_t modeOf(const fs::path& path) {
+// What stands at the path, links not followed; nothing when the path is free.
+std::optional<struct stat> statusOf(const fs::path& path) {
     struct stat info {};
-    if (::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) return info.st_mode & 07777;
-    return 0644;
+    if (::lstat(path.c_str(), &info) != 0) return std::nullopt;
+    return info;
+}
+
+// A file the user can't write to, or made read-only for themselves, stays as it is.
+bool isReadOnly(const fs::path& path, const struct stat& info) {
+    return (info.st_mode & S_IWUSR) == 0 || ::access(path.c_str(), W_OK) != 0;
+}
+
+// Why a file that exists may not be replaced or removed; nothing when it may.
+std::optional<std::string> refusalToChange(const fs::path& path, const struct stat& info) {
+    if (S_ISLNK(info.st_mode)) return HookFileError::symbolicLink(path);
+    if (!S_ISREG(info.st_mode)) return HookFileError::notRegularFile(path);
+    if (isReadOnly(path, info)) return HookFileError::readOnly(path);
+    return std::nullopt;
 }
 
 // Written atomically like the file itself: a copy cut short (disk full) must not pass for the
 // old file, so the backup is either whole or absent.
 void refreshBackup(const fs::path& path, mode_t mode) {
-    if (!fs::exists(linkStatus(path))) return;
     const auto backup = HookFileStore::backupPath(path);
     ::unlink(backup.c_str());
     const auto content = readWholeFile(path);
     if (content) (void)writeFileAtomically(backup, content.value(), mode);
 }
 
+// The file as it was before we first changed it, byte for byte. Whoever comes first keeps it;
+// an original already there is never replaced.
+Result<void> keepOriginal(const fs::path& path, mode_t mode) {
+    const auto original = HookFileStore::originalPath(path);
+    if (statusOf(original)) return {};
+    auto content = readWholeFile(path);
+    if (!content) return Result<void>::failure(content.error());
+    auto kept = createFileOnce(original, content.value(), mode);
+    if (!kept)
+        return Result<void>::failure("Could not keep the original of " + path.string() + ": " + kept.error());
+    return {};
+}
+
 } // namespace
 
 fs::path HookFileStore::backupPath(const fs::path& path) {
-    fs::path backup = path;
-    backup += ".tovrin.bak";
-    return backup;
+    return withSuffix(path, ".tovrin.bak");
+}
+
+fs::path HookFileStore::originalPath(const fs::path& path) {
+    return withSuffix(path, ".tovrin.orig");
 }
 
 bool HookFileStore::fileExists(const fs::path& path) const {
-    return fs::exists(linkStatus(path));
+    return existsAt(path);
 }
 
 Result<json> HookFileStore::readObject(const fs::path& path) const {
-    std::error_code error;
-    const auto status = fs::symlink_status(path, error);
-    if (status.type() == fs::file_type::none)
-        return Result<json>::failure(describe("Could not open", path, error.message()));
-    if (fs::is_symlink(status)) return Result<json>::failure(HookFileError::symbolicLink(path));
-    if (!fs::exists(status)) return json::object();
+    struct stat info {};
+    if (::lstat(path.c_str(), &info) != 0) {
+        if (errno == ENOENT) return json::object();
+        return Result<json>::failure(describe("Could not open", path, std::strerror(errno)));
+    }
+    if (S_ISLNK(info.st_mode)) return Result<json>::failure(HookFileError::symbolicLink(path));
+    if (!S_ISREG(info.st_mode)) return Result<json>::failure(HookFileError::notRegularFile(path));
+    if (static_cast<std::size_t>(info.st_size) > ForeignJson::maxReadBytes)
+        return Result<json>::failure(
+            HookFileError::unreadable(path, {ForeignJson::ReadProblem::Kind::tooLarge, {}}));
 
     auto content = readWholeFile(path);
     if (!content) return Result<json>::failure(content.error());
     if (content.value().empty()) return json::object();
-    auto parsed =
-        json::parse(content.value(), nullptr, /*allow_exceptions=*/false, /*ignore_comments=*/false);
-    if (!parsed.is_object()) return Result<json>::failure(HookFileError::unreadableJSON(path));
-    return parsed;
+    auto parsed = ForeignJson::read(content.value());
+    if (!parsed) return Result<json>::failure(HookFileError::unreadable(path, parsed.error()));
+    return std::move(parsed).value();
 }
 
-Result<void> HookFileStore::write(const json& object, const fs::path& path) {
-    if (fs::is_symlink(linkStatus(path))) return Result<void>::failure(HookFileError::symbolicLink(path));
+Result<void> HookFileStore::write(const json& object, const fs::path& path, bool isUsersOwn) {
+    const auto existing = statusOf(path);
+    if (existing) {
+        if (auto refusal = refusalToChange(path, *existing)) return Result<void>::failure(*refusal);
+    }
+    // Printed before anything is touched, so that a document we can't write changes nothing.
+    auto text = ForeignJson::pretty(object);
+    if (!text) {
+        return Result<void>::failure(text.error() == ForeignJson::PrintProblem::tooLarge
+                                         ? HookFileError::tooLargeToWrite(path)
+                                         : HookFileError::unencodable(path));
+    }
     if (path.has_parent_path()) {
         std::error_code error;
         fs::create_directories(path.parent_path(), error);
@@ -80,21 +123,24 @@ Result<void> HookFileStore::write(const json& object, const fs::path& path) {
             return Result<void>::failure(describe("Could not create", path.parent_path(), error.message()));
     }
 
-    const mode_t mode = modeOf(path);
-    refreshBackup(path, mode);
-    std::string text;
-    try {
-        text = object.dump(2) + "\n";
-    } catch (const json::exception&) {
-        return Result<void>::failure(HookFileError::unencodable(path));
+    // A private file stays private after we replace it.
+    const mode_t mode = existing ? existing->st_mode & 07777 : 0644;
+    if (existing) {
+        if (isUsersOwn) {
+            if (auto kept = keepOriginal(path, mode); !kept) return kept;
+        }
+        refreshBackup(path, mode);
     }
-    return writeFileAtomically(path, text, mode);
+    return writeFileAtomically(path, text.value(), mode);
 }
 
 Result<void> HookFileStore::remove(const fs::path& path) {
-    if (fs::is_symlink(linkStatus(path))) return Result<void>::failure(HookFileError::symbolicLink(path));
+    const auto existing = statusOf(path);
+    if (existing) {
+        if (auto refusal = refusalToChange(path, *existing)) return Result<void>::failure(*refusal);
+    }
     ::unlink(backupPath(path).c_str());
-    if (::unlink(path.c_str()) == 0) return {};
+    if (!existing || ::unlink(path.c_str()) == 0) return {};
     const int error = errno;
     if (error == ENOENT) return {};
     return Result<void>::failure(describe("Could not remove", path, std::strerror(error)));

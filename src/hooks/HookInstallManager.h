@@ -3,6 +3,7 @@
 #include "core/Result.h"
 #include "hooks/AdapterResources.h"
 #include "hooks/HookFileStoring.h"
+#include "hooks/HookOwnership.h"
 #include "hooks/HookTarget.h"
 #include "hooks/HookTemplateRenderer.h"
 #include "hooks/VSCodeHookRegistrar.h"
@@ -44,13 +45,20 @@ public:
     // not be changed; the hook file is in place all the same.
     Result<std::vector<SkippedSettings>> install(const HookTarget& target) const;
     // Installs every default target whose agent is present, dropping single failures; returns
-    // those that succeeded, in order.
-    std::vector<HookTarget> installDefaults(const std::vector<HookTarget>& targets) const;
+    // those that succeeded, in order. Editors whose settings could not take the VS Code hooks
+    // go to `skipped` when it is given.
+    std::vector<HookTarget> installDefaults(const std::vector<HookTarget>& targets,
+                                            std::vector<SkippedSettings>* skipped = nullptr) const;
     State state(const HookTarget& target) const;
-    // A merged file is rewritten, never deleted; a dedicated file goes with its backup.
+    // A merged file is rewritten, never deleted. A dedicated file goes with its backup when it
+    // held our entries and nothing else; otherwise only our entries leave it.
     Result<void> uninstall(const HookTarget& target) const;
     // Every target whatever its state, then the writer; failures are dropped.
     void uninstallAll(const std::vector<HookTarget>& targets) const;
+
+    // The users' own files as they were before we first changed them, for this target.
+    std::vector<std::filesystem::path> originals(const HookTarget& target) const;
+    HookOwnership ownership() const { return HookOwnership(m_writerInstaller.destination); }
 
     const AdapterResources& resources() const { return m_resources; }
     const WriterInstaller& writerInstaller() const { return m_writerInstaller; }

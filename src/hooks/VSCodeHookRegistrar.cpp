@@ -66,12 +66,15 @@ VSCodeHookRegistrar::update(const std::function<void(nlohmann::json&)>& change) 
             skipped.push_back({url, "its " + key + " setting is not an object"});
             continue;
         }
+        // Until our location is in it, the file is the user's own and is kept before the first write.
+        const bool isUsersOwn = !locations.contains(std::string(ourLocation));
         change(locations);
         if (locations.empty())
             document.erase(key);
         else
             document[key] = std::move(locations);
-        if (auto written = m_store->write(document, url); !written) skipped.push_back({url, written.error()});
+        if (auto written = m_store->write(document, url, isUsersOwn); !written)
+            skipped.push_back({url, written.error()});
     }
     return skipped;
 }

@@ -12,14 +12,15 @@ using nlohmann::json;
 using Kind = MergeStrategy::Kind;
 namespace Merger = HookConfigMerger;
 
+const HookOwnership owner("/h/.tovrin/agent-status.sh");
 const char* const twoLevelTemplate = R"({"hooks": {
-    "Stop": [{"hooks": [{"type": "command", "command": "~/.tovrin/agent-status.sh claude-code stop"}]}],
+    "Stop": [{"hooks": [{"type": "command", "command": "/h/.tovrin/agent-status.sh claude-code stop"}]}],
     "SessionStart": []}})";
 const char* const ourGroup =
-    R"({"hooks": [{"type": "command", "command": "~/.tovrin/agent-status.sh claude-code stop"}]})";
+    R"({"hooks": [{"type": "command", "command": "/h/.tovrin/agent-status.sh claude-code stop"}]})";
 const char* const flatTemplate =
-    R"({"version": 3, "hooks": {"stop": [{"command": "~/.tovrin/agent-status.sh cursor stop"}]}})";
-const char* const ourFlatEntry = R"({"command": "~/.tovrin/agent-status.sh cursor stop"})";
+    R"({"version": 3, "hooks": {"stop": [{"command": "/h/.tovrin/agent-status.sh cursor stop"}]}})";
+const char* const ourFlatEntry = R"({"command": "/h/.tovrin/agent-status.sh cursor stop"})";
 
 std::string with(std::string text, const std::string& placeholder, const std::string& replacement) {
     for (auto at = text.find(placeholder); at != std::string::npos; at = text.find(placeholder))
@@ -27,9 +28,9 @@ std::string with(std::string text, const std::string& placeholder, const std::st
     return text;
 }
 
-// "OURS" in a case's text stands for our group (two-level) or our entry (flat).
+// "OURS" in a case's text stands for our group (two-level) or our entry (the others).
 json document(const std::string& text, Kind kind) {
-    return json::parse(with(text, "OURS", kind == Kind::flat ? ourFlatEntry : ourGroup));
+    return json::parse(with(text, "OURS", kind == Kind::twoLevel ? ourGroup : ourFlatEntry));
 }
 
 struct MergeCase {
@@ -37,11 +38,12 @@ struct MergeCase {
     MergeStrategy strategy;
     std::string ours;
     std::string before;
-    std::string after;
+    std::string after; // empty: refused
 };
 
-TEST(HookConfigMerger, MergeKeepsForeignContentAndPutsOursLast) {
-    const std::string antigravity = R"({"tovrin": {"hooks": [{"command": "~/.tovrin/agent-status.sh ag"}]}})";
+TEST(HookConfigMerger, MergeKeepsForeignContentPutsOursLastOrRefuses) {
+    const std::string antigravity =
+        R"({"tovrin": {"hooks": [{"command": "/h/.tovrin/agent-status.sh ag"}]}})";
     const std::vector<MergeCase> cases = {
         {"empty document takes the template's hooks, empty event included", MergeStrategy::twoLevel(),
          twoLevelTemplate, "{}", R"({"hooks": {"Stop": [OURS], "SessionStart": []}})"},
@@ -49,49 +51,67 @@ TEST(HookConfigMerger, MergeKeepsForeignContentAndPutsOursLast) {
          twoLevelTemplate,
          R"({"model": "x", "hooks": {
               "Stop": [{"matcher": "*", "hooks": [{"command": "say done"}]},
-                       {"hooks": [{"command": "/old/place/agent-status.sh stop"}]}],
+                       {"hooks": [{"command": "'/h/.tovrin/agent-status.sh' old stop"}]}],
               "Other": [{"hooks": [{"bash": "echo"}]}]}})",
          R"({"model": "x", "hooks": {
               "Stop": [{"matcher": "*", "hooks": [{"command": "say done"}]}, OURS],
               "Other": [{"hooks": [{"bash": "echo"}]}], "SessionStart": []}})"},
-        {"hooks that is not an object is replaced", MergeStrategy::twoLevel(), twoLevelTemplate,
-         R"({"hooks": "oops", "a": 1})", R"({"a": 1, "hooks": {"Stop": [OURS], "SessionStart": []}})"},
-        {"an event that is not an array is kept in front of ours", MergeStrategy::twoLevel(),
+        {"a script of the same name elsewhere is the user's", MergeStrategy::twoLevel(), twoLevelTemplate,
+         R"({"hooks": {"Stop": [{"hooks": [{"command": "~/bin/agent-status.sh stop"}]}]}})",
+         R"({"hooks": {"Stop": [{"hooks": [{"command": "~/bin/agent-status.sh stop"}]}, OURS],
+                       "SessionStart": []}})"},
+        {"groups of other shapes and events we don't use are kept as they are", MergeStrategy::twoLevel(),
          twoLevelTemplate,
-         R"({"hooks": {"Stop": {"matcher": "m", "hooks": [{"command": "say"}]}, "SessionStart": 7, "Other": 5}})",
-         R"({"hooks": {"Stop": [{"matcher": "m", "hooks": [{"command": "say"}]}, OURS],
-                       "SessionStart": [7], "Other": 5}})"},
-        {"an earlier install left as a bare group is replaced", MergeStrategy::twoLevel(), twoLevelTemplate,
-         R"({"hooks": {"Stop": {"hooks": [{"command": "/old/agent-status.sh"}]}}})",
-         R"({"hooks": {"Stop": [OURS], "SessionStart": []}})"},
-        {"groups of another shape are kept", MergeStrategy::twoLevel(), twoLevelTemplate,
-         R"({"hooks": {"Stop": ["loose", {"hooks": "x", "matcher": "m"}]}})",
-         R"({"hooks": {"Stop": ["loose", {"hooks": "x", "matcher": "m"}, OURS], "SessionStart": []}})"},
+         R"({"hooks": {"Stop": ["loose", {"hooks": "x"}, {"matcher": "m"}, {"hooks": []}], "Other": 5}})",
+         R"({"hooks": {"Stop": ["loose", {"hooks": "x"}, {"matcher": "m"}, {"hooks": []}, OURS],
+                       "SessionStart": [], "Other": 5}})"},
+        {"hooks that is not an object is refused", MergeStrategy::twoLevel(), twoLevelTemplate,
+         R"({"hooks": ["a"]})", ""},
+        {"an event of ours that is not a list is refused", MergeStrategy::twoLevel(), twoLevelTemplate,
+         R"({"hooks": {"Stop": {"hooks": [{"command": "say"}]}}})", ""},
         {"flat keeps its version and bare strings, replaces our old entry", MergeStrategy::flat(),
          flatTemplate,
-         R"({"version": 2, "hooks": {"stop": ["/x/agent-status.sh", {"command": "/y/agent-status.sh"}]}})",
-         R"({"version": 2, "hooks": {"stop": ["/x/agent-status.sh", OURS]}})"},
+         R"({"version": 2, "hooks": {"stop": ["/h/.tovrin/agent-status.sh", {"command": "/h/.tovrin/agent-status.sh"}]}})",
+         R"({"version": 2, "hooks": {"stop": ["/h/.tovrin/agent-status.sh", OURS]}})"},
         {"flat without version takes the template's", MergeStrategy::flat(), flatTemplate, R"({"v": null})",
          R"({"v": null, "version": 3, "hooks": {"stop": [OURS]}})"},
         {"flat without version anywhere takes 1", MergeStrategy::flat(), R"({"hooks": {"stop": [OURS]}})",
          "{}", R"({"version": 1, "hooks": {"stop": [OURS]}})"},
-        {"an event of ours that is not an array is skipped", MergeStrategy::flat(),
-         R"({"hooks": {"stop": [OURS], "start": {"command": "agent-status.sh"}}})", R"({"version": null})",
-         R"({"version": null, "hooks": {"stop": [OURS]}})"},
         {"named block replaces the whole key, keeps the rest", MergeStrategy::namedBlock("tovrin"),
          antigravity, R"({"tovrin": {"mine": true}, "other": {"k": 1}})",
-         R"({"tovrin": {"hooks": [{"command": "~/.tovrin/agent-status.sh ag"}]}, "other": {"k": 1}})"},
-        {"dedicated file is the template", MergeStrategy::dedicatedFile(), antigravity, R"({"foreign": 1})",
-         antigravity},
+         R"({"tovrin": {"hooks": [{"command": "/h/.tovrin/agent-status.sh ag"}]}, "other": {"k": 1}})"},
+        {"a dedicated file of ours alone is replaced", MergeStrategy::dedicatedFile(), flatTemplate,
+         R"({"version": 1, "hooks": {"start": [OURS]}})", flatTemplate},
+        {"a dedicated file with someone else's entry is refused", MergeStrategy::dedicatedFile(),
+         flatTemplate, R"({"version": 1, "hooks": {"stop": [OURS, {"command": "say"}]}})", ""},
+        {"a dedicated file that holds only a version is refused", MergeStrategy::dedicatedFile(),
+         flatTemplate, R"({"version": 1})", ""},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const json ours = document(c.ours, c.strategy.kind);
-        const json merged = Merger::merge(ours, document(c.before, c.strategy.kind), c.strategy);
-        EXPECT_EQ(merged, document(c.after, c.strategy.kind)) << merged.dump();
-        EXPECT_TRUE(Merger::isInstalled(merged, c.strategy));
-        EXPECT_EQ(Merger::merge(ours, merged, c.strategy), merged) << "installing twice differs";
+        const json before = document(c.before, c.strategy.kind);
+        const auto merged = Merger::merge(ours, before, c.strategy, owner);
+        if (c.after.empty()) {
+            EXPECT_FALSE(merged.ok());
+            continue;
+        }
+        ASSERT_TRUE(merged.ok()) << merged.error();
+        EXPECT_EQ(merged.value(), document(c.after, c.strategy.kind)) << merged.value().dump();
+        EXPECT_TRUE(Merger::isInstalled(merged.value(), c.strategy, owner));
+        EXPECT_EQ(Merger::merge(ours, merged.value(), c.strategy, owner).value(), merged.value())
+            << "installing twice differs";
     }
+}
+
+TEST(HookConfigMerger, RefusalsNameTheKey) {
+    const json ours = document(twoLevelTemplate, Kind::twoLevel);
+    EXPECT_EQ(Merger::merge(ours, json{{"hooks", "x"}}, MergeStrategy::twoLevel(), owner).error(),
+              "its \"hooks\" is not an object, so there is no place for Tovrin's hooks");
+    EXPECT_EQ(Merger::merge(ours, json{{"hooks", {{"Stop", 1}}}}, MergeStrategy::twoLevel(), owner).error(),
+              "\"Stop\" under \"hooks\" is not a list, so there is no place for Tovrin's hooks");
+    EXPECT_EQ(Merger::merge(ours, json{{"a", 1}}, MergeStrategy::dedicatedFile(), owner).error(),
+              "it holds entries that are not Tovrin's");
 }
 
 struct RemoveCase {
@@ -102,8 +122,8 @@ struct RemoveCase {
     bool installedBefore;
 };
 
-TEST(HookConfigMerger, RemoveTakesOutOnlyOurEntriesAndTidies) {
-    const std::string ours = R"({"command": "~/.tovrin/agent-status.sh x"})";
+TEST(HookConfigMerger, RemoveTakesOutOnlyOurEntriesAndWhatTheyAloneFilled) {
+    const std::string ours = R"({"command": "/h/.tovrin/agent-status.sh x"})";
     const std::vector<RemoveCase> cases = {
         {"a mixed group keeps the foreign entry and its other keys", MergeStrategy::twoLevel(),
          R"({"hooks": {"Stop": [{"matcher": "*", "timeout": 5, "hooks": [{"command": "say"}, OURS]}]}})",
@@ -113,61 +133,51 @@ TEST(HookConfigMerger, RemoveTakesOutOnlyOurEntriesAndTidies) {
          R"({"hooks": {"Start": [{"hooks": [{"bash": "b"}]}]}})", true},
         {"nothing but ours leaves an empty document", MergeStrategy::twoLevel(),
          R"({"hooks": {"Stop": [{"hooks": [OURS]}]}})", "{}", true},
-        {"empty events, empty groups and groups without hooks vanish", MergeStrategy::twoLevel(),
-         R"({"hooks": {"A": [], "B": [{"matcher": "x"}], "C": [{"hooks": []}], "D": [{"hooks": [{"bash": "b"}]}]}})",
-         R"({"hooks": {"D": [{"hooks": [{"bash": "b"}]}]}})", false},
+        {"empty events, empty groups and groups without hooks that we never filled stay",
+         MergeStrategy::twoLevel(),
+         R"({"hooks": {"A": [], "B": [{"matcher": "x"}], "C": [{"hooks": []}], "D": [{"hooks": [OURS]}]}})",
+         R"({"hooks": {"A": [], "B": [{"matcher": "x"}], "C": [{"hooks": []}]}})", true},
         {"ownership is told by command, else bash", MergeStrategy::twoLevel(),
-         R"({"hooks": {"S": [{"hooks": [{"command": "say", "bash": "agent-status.sh"}, {"bash": "/x/agent-status.sh"},
-                                        {"command": 5, "bash": "/x/agent-status.sh"}, {"command": "Agent-Status.sh"},
-                                        {"command": "say", "args": ["agent-status.sh"]}]}]}})",
-         R"({"hooks": {"S": [{"hooks": [{"command": "say", "bash": "agent-status.sh"}, {"command": "Agent-Status.sh"},
-                                        {"command": "say", "args": ["agent-status.sh"]}]}]}})",
+         R"({"hooks": {"S": [{"hooks": [{"command": "say", "bash": "/h/.tovrin/agent-status.sh"},
+                                        {"bash": "/h/.tovrin/agent-status.sh x"},
+                                        {"command": 5, "bash": "/h/.tovrin/agent-status.sh"},
+                                        {"command": "/h/bin/agent-status.sh"}]}]}})",
+         R"({"hooks": {"S": [{"hooks": [{"command": "say", "bash": "/h/.tovrin/agent-status.sh"},
+                                        {"command": "/h/bin/agent-status.sh"}]}]}})",
          true},
-        {"hooks as a string is left alone", MergeStrategy::twoLevel(), R"({"hooks": "agent-status.sh"})",
-         R"({"hooks": "agent-status.sh"})", false},
-        {"foreign shapes are kept even with the marker inside", MergeStrategy::twoLevel(),
-         R"({"hooks": {"A": "x", "B": [5, {"hooks": {"command": "agent-status.sh"}}]}})",
-         R"({"hooks": {"A": "x", "B": [5, {"hooks": {"command": "agent-status.sh"}}]}})", true},
+        {"foreign shapes are kept even with our command inside", MergeStrategy::twoLevel(),
+         R"({"hooks": {"A": "x", "B": [5, {"hooks": {"command": "/h/.tovrin/agent-status.sh"}}]}})",
+         R"({"hooks": {"A": "x", "B": [5, {"hooks": {"command": "/h/.tovrin/agent-status.sh"}}]}})", true},
+        {"hooks as a string is left alone", MergeStrategy::twoLevel(),
+         R"({"hooks": "/h/.tovrin/agent-status.sh"})", R"({"hooks": "/h/.tovrin/agent-status.sh"})", false},
         {"flat keeps version and bare strings", MergeStrategy::flat(),
-         R"({"version": 1, "hooks": {"stop": ["agent-status.sh", OURS], "start": [OURS]}})",
-         R"({"version": 1, "hooks": {"stop": ["agent-status.sh"]}})", true},
+         R"({"version": 1, "hooks": {"stop": ["/h/.tovrin/agent-status.sh", OURS], "start": [OURS]}})",
+         R"({"version": 1, "hooks": {"stop": ["/h/.tovrin/agent-status.sh"]}})", true},
         {"flat with only ours keeps version", MergeStrategy::flat(),
          R"({"version": 1, "hooks": {"stop": [OURS]}})", R"({"version": 1})", true},
-        {"named block with the marker goes", MergeStrategy::namedBlock("tovrin"),
+        {"named block with our command goes", MergeStrategy::namedBlock("tovrin"),
          R"({"tovrin": {"hooks": [OURS]}, "x": 1})", R"({"x": 1})", true},
-        {"named block without the marker stays; other keys are not ours", MergeStrategy::namedBlock("tovrin"),
-         R"({"tovrin": {"mine": true}, "other": "agent-status.sh"})",
-         R"({"tovrin": {"mine": true}, "other": "agent-status.sh"})", false},
-        {"dedicated file empties whatever it held", MergeStrategy::dedicatedFile(),
-         R"({"foreign": 1, "x": [OURS]})", "{}", true},
+        {"named block without it stays; other keys are not ours", MergeStrategy::namedBlock("tovrin"),
+         R"({"tovrin": {"mine": true}, "other": [OURS]})", R"({"tovrin": {"mine": true}, "other": [OURS]})",
+         false},
+        {"a dedicated file of ours alone comes back empty", MergeStrategy::dedicatedFile(),
+         R"({"version": 1, "hooks": {"a": [OURS]}})", "{}", true},
+        {"a dedicated file loses only our entries", MergeStrategy::dedicatedFile(),
+         R"({"version": 1, "hooks": {"a": [OURS, {"bash": "say"}]}, "x": 1})",
+         R"({"version": 1, "hooks": {"a": [{"bash": "say"}]}, "x": 1})", true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const json before = json::parse(with(c.before, "OURS", ours));
-        EXPECT_EQ(Merger::isInstalled(before, c.strategy), c.installedBefore);
-        const json removed = Merger::remove(before, c.strategy);
+        EXPECT_EQ(Merger::isInstalled(before, c.strategy, owner), c.installedBefore);
+        const json removed = Merger::remove(before, c.strategy, owner);
         EXPECT_EQ(removed, json::parse(with(c.after, "OURS", ours))) << removed.dump();
-        EXPECT_EQ(Merger::remove(removed, c.strategy), removed) << "removing twice differs";
+        EXPECT_EQ(Merger::remove(removed, c.strategy, owner), removed) << "removing twice differs";
     }
 }
 
-TEST(HookConfigMerger, ContainsOurCommandSearchesEveryStringValueButNoKey) {
-    const std::vector<std::pair<std::string, bool>> cases = {
-        {"5", false},
-        {"null", false},
-        {"true", false},
-        {R"("bash ~/.tovrin/agent-status.sh")", true},
-        {R"("Agent-Status.sh")", false},
-        {R"({"agent-status.sh": 1})", false},
-        {R"([[{"a": ["x", "run agent-status.sh now"]}]])", true},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(Merger::containsOurCommand(json::parse(text)), expected) << text;
-    }
-}
-
-// Foreign documents of every shape the merger must live with, but without empty events or
-// groups (those are tidied away, by design).
+// Foreign documents of every shape the merger must live with, but without empty lists under
+// "hooks" (one we fill and empty again goes, by design).
 class ForeignDocuments {
 public:
     explicit ForeignDocuments(unsigned seed) : m_random(seed) {}
@@ -193,9 +203,9 @@ public:
         json hooks = json::object();
         for (int i = 1 + below(3); i > 0; --i) {
             json& entries = hooks[eventName()] = json::array();
-            for (int n = Merger::containsOurCommand(hooks) ? below(3) : 1 + below(2); n > 0; --n) {
+            for (int n = 1 + below(2); n > 0; --n) {
                 const json entry = {{"type", "command"},
-                                    {"command", "~/.tovrin/agent-status.sh t " + word()}};
+                                    {"command", "/h/.tovrin/agent-status.sh t " + word()}};
                 entries.push_back(kind == Kind::flat ? entry : json{{"hooks", json::array({entry})}});
             }
         }
@@ -211,7 +221,8 @@ private:
         return *(names.begin() + below(static_cast<int>(names.size())));
     }
     std::string word() {
-        return pick({"say", "echo done", "notify-send hi", "status.sh", "agent-status", ""});
+        return pick({"say", "echo done", "notify-send hi", "/h/bin/agent-status.sh",
+                     "echo /h/.tovrin/agent-status.sh", ""});
     }
     std::string eventName() { return pick({"Stop", "SessionStart", "Notification", "PreToolUse", "stop"}); }
 
@@ -248,11 +259,11 @@ private:
         case 0:
             return {{"type", "command"}, {"command", word()}};
         case 1:
-            return {{"command", word()}, {"bash", "~/.tovrin/agent-status.sh"}};
+            return {{"command", word()}, {"bash", "/h/.tovrin/agent-status.sh x"}};
         case 2:
             return {{"bash", word()}, {"timeout", below(60)}};
         case 3:
-            return {{"command", word()}, {"args", json::array({"agent-status.sh"})}};
+            return {{"command", word()}, {"args", json::array({"/h/.tovrin/agent-status.sh"})}};
         case 4:
             return json::object();
         default:
@@ -291,25 +302,18 @@ private:
     std::mt19937 m_random;
 };
 
-// What the foreign part of a document becomes after an install and a remove: a "hooks" that is
-// not an object gives way, an event we installed into stays an array, flat gains a version.
-json afterRoundTrip(json foreign, const json& ours, Kind kind) {
-    if (kind == Kind::flat && !foreign.contains("version"))
-        foreign["version"] = ours.value("version", json(1));
+// Whether a value of the user's leaves our entries no place, so that merge must refuse.
+bool leavesNoPlace(const json& foreign, const json& ours) {
     const auto hooks = foreign.find("hooks");
-    if (hooks == foreign.end()) return foreign;
-    if (!hooks->is_object() || hooks->empty()) {
-        foreign.erase(hooks);
-        return foreign;
-    }
+    if (hooks == foreign.end()) return false;
+    if (!hooks->is_object()) return true;
     for (const auto& [event, entries] : ours["hooks"].items()) {
-        const auto it = hooks->find(event);
-        if (entries.is_array() && it != hooks->end() && !it->is_array()) *it = json::array({*it});
+        if (entries.is_array() && hooks->contains(event) && !hooks->at(event).is_array()) return true;
     }
-    return foreign;
+    return false;
 }
 
-TEST(HookConfigMerger, InstallThenRemoveGivesBackForeignDocuments) {
+TEST(HookConfigMerger, InstallThenRemoveGivesBackEveryDocumentItAccepts) {
     for (const auto& strategy : {MergeStrategy::twoLevel(), MergeStrategy::flat()}) {
         ForeignDocuments random(strategy.kind == Kind::flat ? 7u : 11u);
         for (int i = 0; i < 300; ++i) {
@@ -317,11 +321,16 @@ TEST(HookConfigMerger, InstallThenRemoveGivesBackForeignDocuments) {
             const json ours = random.ourTemplate(strategy.kind);
             SCOPED_TRACE("foreign " + foreign.dump() + "\nours " + ours.dump());
 
-            const json merged = Merger::merge(ours, foreign, strategy);
-            ASSERT_TRUE(Merger::isInstalled(merged, strategy)) << merged.dump();
-            ASSERT_EQ(Merger::merge(ours, merged, strategy), merged) << "installing twice differs";
-            ASSERT_EQ(Merger::remove(merged, strategy), afterRoundTrip(foreign, ours, strategy.kind))
-                << merged.dump();
+            const auto merged = Merger::merge(ours, foreign, strategy, owner);
+            ASSERT_EQ(merged.ok(), !leavesNoPlace(foreign, ours));
+            if (!merged) continue;
+            ASSERT_TRUE(Merger::isInstalled(merged.value(), strategy, owner)) << merged.value().dump();
+            ASSERT_EQ(Merger::merge(ours, merged.value(), strategy, owner).value(), merged.value())
+                << "installing twice differs";
+            json expected = foreign;
+            if (strategy.kind == Kind::flat && !expected.contains("version"))
+                expected["version"] = ours.value("version", json(1));
+            ASSERT_EQ(Merger::remove(merged.value(), strategy, owner), expected) << merged.value().dump();
         }
     }
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace tovrin {
 namespace {
@@ -143,7 +144,8 @@ TEST_F(HookInstallManagerTest, VSCodeNeedsItsFileAndAnEditorPointingAtIt) {
     EXPECT_EQ(install.value(), (std::vector<VSCodeHookRegistrar::SkippedSettings>{
                                    {codium, HookFileError::unreadableJSON(codium)}}));
     EXPECT_EQ(test::readText(codium), commented);
-    EXPECT_TRUE(HookConfigMerger::isInstalled(read(home / ".tovrin/vscode-hooks.json"), vscode.strategy));
+    EXPECT_TRUE(HookConfigMerger::isInstalled(read(home / ".tovrin/vscode-hooks.json"), vscode.strategy,
+                                              manager.ownership()));
     EXPECT_EQ(manager.state(vscode), State::notInstalled());
 
     presentAgents({".config/Code/User"});
@@ -212,6 +214,126 @@ TEST_F(HookInstallManagerTest, ABrokenPayloadFailsBeforeTheAgentsFileIsTouched) 
     EXPECT_EQ(install.error(), AdapterResources::payloadMissingMessage());
     EXPECT_EQ(test::readText(file), R"({"a": 1})");
     EXPECT_TRUE(manager.installDefaults(targets).empty());
+}
+
+// Files as careful users and abusers leave them, under the shipped templates. Each is installed
+// into and uninstalled from in a home of its own: what install accepts comes back as it was,
+// with the user's bytes kept once as the original; what it refuses stays byte for byte.
+TEST(HookInstallManagerHostileFiles, NothingOfTheUsersIsEverLost) {
+    struct Case {
+        const char* name;
+        const char* target;
+        std::string content;
+        std::string refusal; // empty: accepted
+        mode_t mode = 0644;
+    };
+    const std::string deep = "{\"x\": " + std::string(100000, '[') + std::string(100000, ']') + "}";
+    const std::string noPlace = ", so there is no place for Tovrin's hooks. Tovrin left it untouched.";
+    const std::vector<Case> cases = {
+        {"a user's own agent-status.sh", "claude-code",
+         R"({"hooks": {"Stop": [{"hooks": [{"type": "command", "command": "~/bin/agent-status.sh"}]}]}})",
+         ""},
+        {"a command that mentions the name", "codex",
+         R"({"hooks": {"Stop": [{"hooks": [{"command": "echo agent-status.sh done"}]}]}})", ""},
+        {"a group without its hooks list", "claude-code", R"({"hooks": {"Stop": [{"matcher": "x"}]}})", ""},
+        {"an event we don't use as an object", "claude-code",
+         R"({"hooks": {"Mine": {"a": [1]}}, "model": "m"})", ""},
+        {"other keys beside our block", "antigravity", R"({"mine": {"tovrinish": true}})", ""},
+        {"big but exact numbers", "cursor",
+         R"({"version": 1, "n": [18446744073709551615, -9223372036854775808, 0.1]})", ""},
+        {"settings of an editor", "vscode",
+         R"({"editor.fontSize": 13.5, "chat.hookFilesLocations": {"a": true}})", ""},
+        {"hooks as a string", "claude-code", R"({"hooks": "none"})",
+         "settings.json: its \"hooks\" is not an object" + noPlace},
+        {"hooks as a number", "codex", R"({"hooks": 0})",
+         "hooks.json: its \"hooks\" is not an object" + noPlace},
+        {"hooks as an array", "cursor", R"({"hooks": []})",
+         "hooks.json: its \"hooks\" is not an object" + noPlace},
+        {"an event of ours as an object", "claude-code", R"({"hooks": {"Stop": {"hooks": []}}})",
+         "settings.json: \"Stop\" under \"hooks\" is not a list" + noPlace},
+        {"someone else's entry in our own file", "copilot-cli",
+         R"({"version": 1, "hooks": {"sessionEnd": [{"bash": "say"}]}})",
+         "tovrin.json: it holds entries that are not Tovrin's. Tovrin left it untouched."},
+        {"an integer beyond 64 bits", "codex", R"({"id": 123456789012345678901234567890})",
+         "hooks.json holds the number 123456789012345678901234567890, which Tovrin could not write back "
+         "exactly. "
+         "Tovrin left it untouched."},
+        {"100,000 levels deep", "claude-code", deep,
+         "settings.json nests deeper than 64 levels. Tovrin left it untouched."},
+        {"100,000 levels deep in an editor's settings", "vscode", deep, ""},
+        {"a top-level array", "antigravity", "[]",
+         "hooks.json holds a JSON array, not an object. Tovrin left it untouched."},
+        {"read-only", "claude-code", R"({"model": "m"})",
+         "settings.json is read-only. Tovrin left it untouched.", 0444},
+    };
+    const fs::path shipped = TOVRIN_SOURCE_ADAPTERS_DIR;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        test::TempDir dir;
+        const auto home = dir.path();
+        const auto manager =
+            HookInstallManager::forHome(home, AdapterResources{shipped}, std::make_shared<HookFileStore>());
+        const auto targets = HookTarget::all(home);
+        const auto& target =
+            *std::find_if(targets.begin(), targets.end(), [&](auto& t) { return t.id == c.target; });
+        // The editor's settings file is where VS Code's user content lives.
+        const auto file =
+            target.id == "vscode" ? home / ".config/Code/User/settings.json" : target.configPath;
+        dir.write(fs::relative(file, home).string(), c.content);
+        ::chmod(file.c_str(), c.mode);
+        const auto original = HookFileStore::originalPath(file);
+        const auto backup = HookFileStore::backupPath(file);
+
+        const auto installed = manager.install(target);
+        if (!c.refusal.empty()) {
+            ASSERT_FALSE(installed.ok());
+            EXPECT_EQ(installed.error(), c.refusal);
+            EXPECT_TRUE(test::readText(file) == c.content);
+            EXPECT_FALSE(fs::exists(original) || fs::exists(backup));
+            EXPECT_NE(manager.state(target), State::installed());
+            continue;
+        }
+        ASSERT_TRUE(installed.ok()) << installed.error();
+        if (target.id == "vscode" && c.content == deep) {
+            // The hook file is in place; the editor's settings are reported, not touched.
+            ASSERT_EQ(installed.value().size(), 1u);
+            EXPECT_TRUE(test::readText(file) == c.content);
+            continue;
+        }
+        EXPECT_TRUE(installed.value().empty());
+        EXPECT_EQ(manager.state(target), State::installed());
+        EXPECT_EQ(test::readText(original), c.content);
+        EXPECT_EQ(test::readText(backup), c.content);
+
+        ASSERT_TRUE(manager.uninstall(target).ok());
+        json expected = json::parse(c.content);
+        if (target.strategy.kind == MergeStrategy::Kind::flat)
+            expected["version"] = expected.value("version", json(1));
+        EXPECT_EQ(json::parse(test::readText(file)), expected);
+        EXPECT_EQ(test::readText(original), c.content);
+        EXPECT_EQ(manager.originals(target), std::vector<fs::path>{original});
+    }
+}
+
+TEST_F(HookInstallManagerTest, ADedicatedFileGoesOnlyWhenItHeldOursAlone) {
+    presentAgents({".copilot"});
+    const auto& copilot = target("copilot-cli");
+    ASSERT_TRUE(manager.install(copilot));
+    // The user adds an entry of their own to our file: only ours leave it.
+    auto edited = read(copilot.configPath);
+    edited["hooks"]["sessionEnd"].push_back({{"bash", "say bye"}});
+    put(".copilot/hooks/tovrin.json", edited.dump());
+    ASSERT_TRUE(manager.uninstall(copilot));
+    EXPECT_EQ(read(copilot.configPath),
+              json::parse(R"({"version": 1, "hooks": {"sessionEnd": [{"bash": "say bye"}]}})"));
+
+    // Not a regular file: left where it is, with the reason.
+    fs::remove(copilot.configPath);
+    ASSERT_EQ(::mkfifo(copilot.configPath.c_str(), 0644), 0);
+    const auto removed = manager.uninstall(copilot);
+    ASSERT_FALSE(removed);
+    EXPECT_EQ(removed.error(), "tovrin.json is not a regular file. Tovrin left it untouched.");
+    EXPECT_TRUE(fs::is_fifo(copilot.configPath));
 }
 
 // The shipped templates, once they exist: each renders, installs, reads as installed and comes

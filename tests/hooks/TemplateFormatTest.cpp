@@ -204,17 +204,24 @@ TEST(TemplateFormat, EachTemplateIsInItsAgentsFormat) {
 }
 
 TEST(TemplateFormat, RenderedTemplatesMergeInAndOutUnderTheirTargetsStrategy) {
-    const auto writer = HookTemplateRenderer::shellQuoted("/home/o'neil/.tovrin/agent-status.sh");
-    const json foreign = {{"hooks", json::object()}, {"model", "x"}};
+    const std::string writerPath = "/home/o'neil/.tovrin/agent-status.sh";
+    const auto writer = HookTemplateRenderer::shellQuoted(writerPath);
+    const HookOwnership owner(writerPath);
     for (const auto& target : HookTarget::all("/home/o'neil")) {
         SCOPED_TRACE(target.id);
         const json rendered = HookTemplateRenderer::substitute(
             json::parse(slurp(kAdapters / "configs" / (target.templateName + ".json"))), writer);
         EXPECT_EQ(rendered.dump().find(HookTemplateRenderer::placeholder), std::string::npos);
-        const json merged = HookConfigMerger::merge(rendered, foreign, target.strategy);
-        EXPECT_TRUE(HookConfigMerger::isInstalled(merged, target.strategy));
-        EXPECT_FALSE(HookConfigMerger::isInstalled(HookConfigMerger::remove(merged, target.strategy),
-                                                   target.strategy));
+        // Our own files hold nothing else.
+        const json foreign = target.strategy.kind == MergeStrategy::Kind::dedicatedFile
+                                 ? json::object()
+                                 : json{{"hooks", {{"Mine", json::array({1})}}}, {"model", "x"}};
+        const auto merged = HookConfigMerger::merge(rendered, foreign, target.strategy, owner);
+        ASSERT_TRUE(merged.ok()) << merged.error();
+        EXPECT_TRUE(HookConfigMerger::isInstalled(merged.value(), target.strategy, owner));
+        json expected = foreign;
+        if (target.strategy.kind == MergeStrategy::Kind::flat) expected["version"] = 1;
+        EXPECT_EQ(HookConfigMerger::remove(merged.value(), target.strategy, owner), expected);
     }
 }
 

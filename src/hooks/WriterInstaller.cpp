@@ -46,18 +46,13 @@ Result<fs::path> WriterInstaller::ensureInstalled(std::string_view appVersion) c
     fs::create_directories(destination.parent_path(), error);
     if (error) return R::failure(describe("Could not create " + destination.parent_path().string(), error));
 
-    // The copy is finished beside the destination and renamed over it, so that an agent running
-    // its hook at this moment gets the old writer or the new one, whole.
-    fs::path temp = destination;
-    temp += ".new";
-    fs::remove(temp, error);
-    fs::copy_file(source, temp, fs::copy_options::overwrite_existing, error);
-    if (error)
-        return R::failure(describe("Could not copy " + source.string() + " to " + temp.string(), error));
-    fs::permissions(temp, static_cast<fs::perms>(0755), fs::perm_options::replace, error);
-    if (error) return R::failure(describe("Could not set permissions of " + temp.string(), error));
-    fs::rename(temp, destination, error);
-    if (error) return R::failure(describe("Could not replace " + destination.string(), error));
+    // Written beside the destination under a name of this process's own and renamed over it, so
+    // that an agent running its hook now gets the old writer or the new one, whole, and installs
+    // running side by side don't trip over each other's copies.
+    auto content = readWholeFile(source);
+    if (!content) return R::failure(content.error());
+    if (auto written = writeFileAtomically(destination, content.value(), 0755); !written)
+        return R::failure(written.error());
 
     // A stamp that is not written only makes the next install copy the writer again.
     (void)writeFileAtomically(stamp, appVersion);

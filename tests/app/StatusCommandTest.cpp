@@ -1,38 +1,17 @@
+#include "app/RunTovrin.h"
 #include "core/Iso8601.h"
 #include "support/SampleSessions.h"
 #include "support/TempDir.h"
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tovrin {
 namespace {
 
-struct Output {
-    int exitCode = -1;
-    std::string out;
-};
-
-// Runs the built executable with a private home and status folder.
-Output runTovrin(const std::string& args, const test::TempDir& home, const std::filesystem::path& statusDir) {
-    const std::string command = "env HOME='" + home.path().string() + "' XDG_CONFIG_HOME='" +
-                                (home.path() / ".config").string() + "' AGENT_STATUS_DIR='" +
-                                statusDir.string() + "' " + TOVRIN_EXECUTABLE + " " + args + " 2>/dev/null";
-    Output result;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (!pipe) return result;
-    std::array<char, 4096> buffer{};
-    while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe))
-        result.out.append(buffer.data(), n);
-    const int status = ::pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
+using test::runTovrin;
 
 class StatusCommandTest : public ::testing::Test {
 protected:

@@ -99,13 +99,6 @@ TEST_F(WriterInstallerTest, CopiesAgainWhenWriterOrStampIsGoneOrTheVersionChange
     EXPECT_EQ(test::readText(installer.destination), test::sampleWriter);
 }
 
-TEST_F(WriterInstallerTest, ReplacesALeftoverTemporaryCopy) {
-    dir.write("home/.tovrin/agent-status.sh.new", "half a copy from an earlier try");
-    ASSERT_TRUE(installer.ensureInstalled("1 (1)"));
-    EXPECT_EQ(test::readText(installer.destination), test::sampleWriter);
-    EXPECT_FALSE(fs::exists(dir.path() / "home/.tovrin/agent-status.sh.new"));
-}
-
 TEST_F(WriterInstallerTest, AWriterMissingFromThePayloadFailsEvenWhenOneIsInstalled) {
     ASSERT_TRUE(installer.ensureInstalled("1 (1)"));
     fs::remove(dir.path() / "Adapters/agent-status.sh");

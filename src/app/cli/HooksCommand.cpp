@@ -33,7 +33,10 @@ std::string upper(std::string_view text) {
     return out;
 }
 
-void print(const HookSettingsViewModel& model) {
+// `setUpSkipped`: editors a set-up could not point at our VS Code hooks; the settings window
+// drops them, a command line has no other place to say so.
+void print(const HookSettingsViewModel& model,
+           const std::vector<VSCodeHookRegistrar::SkippedSettings>& setUpSkipped) {
     std::string out = upper(HookSettingsText::heading) + "\n\n";
     if (const auto notice = model.notice()) {
         std::fputs((out + "! " + notice->text + "\n").c_str(), stdout);
@@ -46,11 +49,15 @@ void print(const HookSettingsViewModel& model) {
                       row.target.displayName.c_str(), stateWord(row.state).c_str());
         out += line;
         if (shown.secondLine) out += "                " + *shown.secondLine + "\n";
+        for (const auto& original : model.manager()->originals(row.target))
+            out += "                your original is kept as " + original.string() + "\n";
     }
     const auto footer = model.footer();
     out += '\n';
     for (const auto& caption : footer.captions)
         out += (caption.glyph.empty() ? "" : "! ") + caption.text + '\n';
+    for (const auto& skipped : setUpSkipped)
+        out += "! " + HookSettingsText::manualStep(skipped) + '\n';
     if (footer.setUpButton || footer.showsRemoveAll) {
         out += '\n';
         if (footer.setUpButton) out += *footer.setUpButton + ": tovrin hooks setup\n";
@@ -85,6 +92,7 @@ int runHooksCommand(int argc, char** argv) {
         JQLocator(home));
     model.refresh();
 
+    std::vector<VSCodeHookRegistrar::SkippedSettings> setUpSkipped;
     if (needsId) {
         const auto* row = rowNamed(model, id);
         if (!row && model.manager()) {
@@ -96,11 +104,11 @@ int runHooksCommand(int argc, char** argv) {
             action == "install" ? model.install(chosen) : model.uninstall(chosen);
         }
     } else if (action == "setup") {
-        model.installDefaults();
+        setUpSkipped = model.installDefaults();
     } else if (action == "remove-all") {
         model.uninstallAll();
     }
-    print(model);
+    print(model, setUpSkipped);
     return (model.errorMessage() || !model.manager()) ? 1 : 0;
 }
 

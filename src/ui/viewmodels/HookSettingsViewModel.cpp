@@ -106,15 +106,17 @@ void HookSettingsViewModel::uninstall(const Row& row) {
     });
 }
 
-void HookSettingsViewModel::installDefaults() {
-    if (!m_manager) return;
+std::vector<VSCodeHookRegistrar::SkippedSettings> HookSettingsViewModel::installDefaults() {
+    std::vector<VSCodeHookRegistrar::SkippedSettings> skipped;
+    if (!m_manager) return skipped;
     // Also when agents were found but every install failed: the rows tell which.
-    if (m_manager->installDefaults(m_targets).empty())
+    if (m_manager->installDefaults(m_targets, &skipped).empty())
         errorMessage.set(std::string(HookSettingsText::noAgentsFound));
     else
         errorMessage.set(std::nullopt);
     manualSteps.set({});
     refresh();
+    return skipped;
 }
 
 void HookSettingsViewModel::uninstallAll() {

@@ -108,7 +108,9 @@ public:
     void refresh();
     void install(const Row& row);
     void uninstall(const Row& row);
-    void installDefaults();
+    // Returns the editors whose settings could not take the VS Code hooks; the section itself
+    // shows no manual step after a set-up.
+    std::vector<VSCodeHookRegistrar::SkippedSettings> installDefaults();
     void uninstallAll();
 
     // The payload-missing notice when there is no manager; the section then shows nothing else.

@@ -44,6 +44,7 @@ bench:
 	@build/release/bench/tovrin_refresh_bench
 	@build/release/bench/tovrin_alert_latency_bench
 	@bench/watch-memory.sh build/release
+	@bench/writer-payloads.sh
 	@bench/desktop.sh build/release
 
 clean:

@@ -30,8 +30,8 @@ exec >/dev/null
 
 NL='
 '
-TMP_FILE=
-trap '[ -n "$TMP_FILE" ] && rm -f "$TMP_FILE"; exit 0' EXIT
+TMP_FILE='' PAYLOAD_FILE=''
+trap '[ -n "$TMP_FILE" ] && rm -f "$TMP_FILE"; [ -n "$PAYLOAD_FILE" ] && rm -f "$PAYLOAD_FILE"; exit 0' EXIT
 trap 'exit 0' HUP INT TERM
 
 # --- Finding things ---------------------------------------------------------------------
@@ -65,13 +65,18 @@ find_status_dir() {
     [ -d "$STATUS_DIR" ] || mkdir -p "$STATUS_DIR"
 }
 
-# The payload, and its start for cheap key look-ups (top-level keys come first in practice).
+# The payload, kept in a private temporary file for jq (the shell is slow with megabytes),
+# and its start for cheap key look-ups (top-level keys come first in practice). A payload
+# past the cap is dropped, yet read to its end: the agent must not meet a closed pipe. The
+# cap is generous, as a permission request may carry a large tool input.
+PAYLOAD_CAP=16777216
 read_payload() {
     [ -t 0 ] && return 1
-    PAYLOAD=$(cat)
-    [ -n "$PAYLOAD" ] || return 1
-    PAYLOAD_HEAD=$PAYLOAD
-    [ ${#PAYLOAD} -le 4096 ] || PAYLOAD_HEAD=$(printf '%.4096s' "$PAYLOAD")
+    PAYLOAD_FILE=$(mktemp || TMPDIR=/tmp mktemp) || return 1
+    head -c "$PAYLOAD_CAP" >"$PAYLOAD_FILE"
+    case $(wc -c) in *[1-9]*) return 1 ;; esac
+    [ -s "$PAYLOAD_FILE" ] || return 1
+    PAYLOAD_HEAD=$(head -c 4096 "$PAYLOAD_FILE")
 }
 
 # --- Processes ---------------------------------------------------------------------------
@@ -265,10 +270,15 @@ def trim:
   | until(length == 0 or (.[-1] | blank | not); .[:-1])
   | implode;
 
-# The first line with any text, cut to $n characters.
+# The first line with any text, cut to $n characters. Prompts and commands may run to
+# megabytes: only their start is searched, so that blank lines cannot make this slow.
 def oneline($n):
-  [split("\n")[] | .[0:4 * $n] | trim | select(length > 0)][0]
-  | if . == null then null elif length > $n then .[0:$n - 1] + "…" else . end;
+  first(.[0:4096] | split("\n")[] | .[0:4 * $n] | trim | select(length > 0))
+  | if length > $n then .[0:$n - 1] + "…" else . end;
+
+# Ids and tool names are short and paths end at PATH_MAX: anything longer is junk, and would
+# make a record too large for the reader and slow to write.
+def at_most($n): select(length <= $n);
 
 def basename: [split("/")[] | select(. != "")] | .[-1] // "/";
 def uri_path: if startswith("file://") then .[7:] else . end;
@@ -294,7 +304,7 @@ def file_name($tool; $id):
 def question_tools: ["AskUserQuestion", "ask_user"];
 def plan_tools: ["ExitPlanMode"];
 def permission_tools: ["ask_permission"];
-def tool_name: (.tool_name // .toolName // .toolCall.name? // null) | text;
+def tool_name: ((.tool_name // .toolName // .toolCall.name? // null) | text | at_most(256)) // null;
 def tool_args:
   (.tool_input // .toolInput // .toolArgs // .toolCall.args? // {})
   | if type == "string" then (try fromjson catch {}) else . end
@@ -346,7 +356,7 @@ def date_like: type == "string" and length == 20 and .[10:11] == "T" and .[19:20
 | if ($p | type) != "object" then ["skip", "no", "-", "-"]
   else
     ((($p.conversation_id // $p.conversationId // $p.session_id // $p.sessionId) | text | given)
-      // ($envSessionId | given) // null) as $id
+      // ($envSessionId | given) // null | at_most(512) // null) as $id
     | ($p | classify($event; $tool)) as $kind
     | if $id == null or $kind == "skip" then ["skip", "no", "-", "-"]
       else
@@ -359,8 +369,10 @@ def date_like: type == "string" and length == 20 and .[10:11] == "T" and .[19:20
           else
             (($old.state | select(among(["working", "waiting", "idle"]))) // null) as $oldState
             | (if $kind == "start" then $oldState // "idle" else $kind end) as $state
-            | ([($p.workspace_roots // $p.workspacePaths // [])[]? | text | given | uri_path][0]) as $workspace
-            | (($p.cwd | text | given) // $workspace // ($old.cwd | text | given) // $cwd) as $dir
+            | (first(limit(8; ($p.workspace_roots // $p.workspacePaths // [])[]?)
+                     | text | given | uri_path | at_most(4096)) // null) as $workspace
+            | (($p.cwd | text | given | at_most(4096)) // $workspace // ($old.cwd | text | given) // $cwd)
+                as $dir
             | (($root | given) // $workspace // ($old.root | text | given) // null) as $project
             | {
                 schemaVersion: 1,
@@ -372,7 +384,7 @@ def date_like: type == "string" and length == 20 and .[10:11] == "T" and .[19:20
                 reason: (if $state != "waiting" then null
                          elif $kind == "start" then ($old.reason | text)
                          else ($p | waiting_reason($event)) end),
-                transcriptPath: ((($p.transcript_path // $p.transcriptPath) | text | given)
+                transcriptPath: ((($p.transcript_path // $p.transcriptPath) | text | given | at_most(4096))
                                  // ($old.transcriptPath | text | given) // null),
                 cwd: $dir,
                 root: $project,
@@ -399,14 +411,14 @@ def date_like: type == "string" and length == 20 and .[10:11] == "T" and .[19:20
 render() {
     prev_file=/dev/null
     [ -n "$1" ] && [ -f "$STATUS_DIR/$1" ] && prev_file=$STATUS_DIR/$1
-    RESULT=$(printf '%s' "$PAYLOAD" | "$JQ" -R -s -r \
+    RESULT=$("$JQ" -R -s -r \
         --arg tool "$TOOL" --arg surface "$SURFACE" --arg event "$EVENT" \
         --arg prevName "$1" --rawfile prev "$prev_file" \
         --arg envSessionId "$ENV_SESSION_ID" --arg pid "$AGENT_PID" \
         --arg root "$ROOT_DIR" --arg cwd "$PWD" \
         --arg termProgram "$TERM_PROGRAM_NAME" --arg tmuxPane "$TMUX_PANE_ID" \
         --arg weztermPane "$WEZTERM_PANE_ID" --arg tty "$AGENT_TTY" --arg app "$HOST_APP" \
-        "$JQ_PROGRAM") || return 1
+        "$JQ_PROGRAM" <"$PAYLOAD_FILE") || return 1
     ACTION=${RESULT%%"$NL"*}
     rest=${RESULT#*"$NL"}
     MERGED=${rest%%"$NL"*}

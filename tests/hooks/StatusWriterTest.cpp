@@ -451,6 +451,47 @@ TEST_F(StatusWriterTest, TextFromThePayloadAlwaysMakesValidJson) {
     EXPECT_EQ(found[2].title, std::string(79, 'z') + "\u2026");
 }
 
+TEST_F(StatusWriterTest, HugePayloadsKeepOnlyWhatTheRecordNeeds) {
+    const std::string blank(4 << 20, '\n');
+    const auto lines = [](const std::string& line, int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += line + '\n';
+        return text;
+    };
+    const struct {
+        std::string event;
+        json payload;
+        std::string title, reason; // no title: nothing is recorded
+        std::size_t trailingBlanks = 0;
+    } cases[] = {
+        {"UserPromptSubmit", {{"prompt", blank}}, "w", ""},
+        {"UserPromptSubmit", {{"prompt", lines(" ", 20) + "  Real text\n" + blank}}, "Real text", ""},
+        {"PermissionRequest",
+         {{"tool_name", "Bash"}, {"tool_input", {{"command", lines("make -k", 500000)}}}},
+         "w",
+         "Needs permission to use Bash: make -k"},
+        {"Stop", {{"session_id", std::string(4096, 'i')}}, "", ""},
+        // Past the read cap even a payload that parses, cut or not, records nothing.
+        {"Stop", json::object(), "", "", 17 << 20},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.event + " " + c.title);
+        fs::remove_all(statusDir());
+        json sample = {{"session_id", "big"}, {"cwd", "/w"}};
+        sample.update(c.payload);
+        expectQuiet(run("codex-cli", c.event, sample.dump() + std::string(c.trailingBlanks, ' ')));
+        const auto found = sessions();
+        if (c.title.empty()) {
+            EXPECT_TRUE(visibleFiles().empty());
+            continue;
+        }
+        ASSERT_EQ(found.size(), 1u);
+        EXPECT_EQ(found[0].title, c.title);
+        EXPECT_EQ(found[0].reason.value_or(""), c.reason);
+    }
+}
+
 TEST_F(StatusWriterTest, NeverSpeaksAndAlwaysSucceeds) {
     const std::string good = payload("claude-code", "Stop").dump();
     const struct {

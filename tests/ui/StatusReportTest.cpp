@@ -111,6 +111,24 @@ TEST(StatusReportText, ControlCharactersFromTheAgentCannotReachTheTerminal) {
     EXPECT_NE(groups[0].titles[1].find("naïve 日本"), std::string::npos);
 }
 
+TEST(StatusReportText, BidirectionalControlsBecomeBlanksSoNoTextCanShowReordered) {
+    const struct {
+        std::string in, out;
+    } cases[] = {
+        {"evil\u202Etxt.exe", "evil txt.exe"},
+        {"\u202A\u202B\u202C\u202D\u202E", "     "},
+        {"\u2066a\u2067b\u2068c\u2069", " a b c "},
+        {"\u200E\u200F\u061C", "   "},
+        // Their neighbours in UTF-8 are text (U+200D joins emoji), and so is a sequence cut short.
+        {"\u200D\u2010\u2029\u202F\u2065\u206A\u061B\u061D",
+         "\u200D\u2010\u2029\u202F\u2065\u206A\u061B\u061D"},
+        {"cut \xE2\x80", "cut \xE2\x80"},
+        {"cut \xC2", "cut \xC2"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(StatusReport::printable(c.in), c.out) << c.in;
+}
+
 TEST(StatusReportJson, ObjectsCarryTheStatusKeysInListOrderAndLeaveAbsentOnesOut) {
     auto full = sample("full", SessionState::waiting);
     full.tool = "codex-cli";

@@ -12,6 +12,22 @@ namespace {
 
 constexpr const char* separator = " \u00B7 ";
 
+// The length in bytes of the control character at `i`, or 0. Beside C0 and DEL: C1 (U+0080 to
+// U+009F), which some terminals obey, and the bidirectional marks, embeddings, overrides and
+// isolates (U+061C, U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069), which make a terminal
+// show text in another order than it is written.
+std::size_t controlAt(const std::string& text, std::size_t i) {
+    const auto byte = [&](std::size_t k) -> unsigned {
+        return i + k < text.size() ? static_cast<unsigned char>(text[i + k]) : 0U;
+    };
+    const unsigned b0 = byte(0), b1 = byte(1), b2 = byte(2);
+    if (b0 < 0x20 || b0 == 0x7f) return 1;
+    if ((b0 == 0xC2 && b1 >= 0x80 && b1 <= 0x9F) || (b0 == 0xD8 && b1 == 0x9C)) return 2;
+    if (b0 == 0xE2 && b1 == 0x80 && (b2 == 0x8E || b2 == 0x8F || (b2 >= 0xAA && b2 <= 0xAE))) return 3;
+    if (b0 == 0xE2 && b1 == 0x81 && b2 >= 0xA6 && b2 <= 0xA9) return 3;
+    return 0;
+}
+
 void appendGroup(std::string& out, const char* heading, const std::vector<AgentSession>& group,
                  TimePoint now) {
     if (group.empty()) return;
@@ -35,17 +51,16 @@ void putOptional(Json& object, const char* key, const std::optional<std::string>
 
 } // namespace
 
-// C1 controls are U+0080 to U+009F, two bytes in UTF-8; some terminals obey them.
 std::string printable(const std::string& text) {
     std::string out;
     out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const bool c1 = byte == 0xC2 && i + 1 < text.size() &&
-                        static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
-                        static_cast<unsigned char>(text[i + 1]) <= 0x9F;
-        if (c1) ++i;
-        out += (byte < 0x20 || byte == 0x7f || c1) ? ' ' : text[i];
+    for (std::size_t i = 0; i < text.size();) {
+        if (const auto length = controlAt(text, i)) {
+            out += ' ';
+            i += length;
+        } else {
+            out += text[i++];
+        }
     }
     return out;
 }

@@ -8,8 +8,8 @@
 
 namespace tovrin::StatusReport {
 
-// The text with control characters (C0, DEL, C1) made blanks: agents' titles and paths must not
-// drive the terminal.
+// The text with control characters (C0, DEL, C1) and bidirectional controls made blanks: agents'
+// titles and paths must not drive the terminal nor reorder what it shows.
 std::string printable(const std::string& text);
 
 // The session list for a terminal: three headed groups (waiting, working, idle), one line per

@@ -39,6 +39,7 @@ public:
     const ChosenSecretStore& secretStore() const { return m_secrets; }
     TelegramMessaging& messenger() { return m_messenger; }
     const SoundCatalog& soundCatalog() const { return m_catalog; }
+    SoundPlayer& player() { return m_player; }
 
 private:
     PreferencesStore& m_preferences;

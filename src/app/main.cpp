@@ -2,6 +2,7 @@
 #include "app/cli/StatusCommand.h"
 #include "app/cli/TelegramCommand.h"
 #include "app/cli/WatchCommand.h"
+#include "app/cli/WindowCommand.h"
 #include "platform/linux/InstallationPaths.h"
 
 #include <cerrno>
@@ -26,6 +27,7 @@ constexpr const char* usage =
     "  hooks remove-all  remove every hook and the status writer\n"
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
+    "  settings          open the settings window (in the running tray application)\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
 
@@ -57,6 +59,10 @@ int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
+    if (argc == 2 && std::strcmp(argv[1], "settings") == 0) {
+        if (!hasDisplay()) return startDesktop(argv);
+        return tovrin::runWindowCommand("settings", argv);
+    }
     if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "help") == 0)) {
         std::fputs(usage, stdout);
         return 0;

@@ -15,6 +15,10 @@ void FocusManager::revealInFinder(const AgentSession& session) {
     m_workQueue.post([this, session] { revealNow(session); });
 }
 
+void FocusManager::revealFolder(const std::string& path) {
+    m_workQueue.post([this, path] { m_revealer.reveal(path); });
+}
+
 void FocusManager::focusNow(const AgentSession& session) {
     if (m_terminalFocuser.focus(session)) return;
 

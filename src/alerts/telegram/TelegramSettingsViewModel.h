@@ -27,7 +27,7 @@ inline constexpr std::array<std::string_view, 5> setupSteps = {
 };
 inline constexpr std::string_view botFatherLink = "Open @BotFather in Telegram";
 inline constexpr std::string_view botFatherLinkGlyph = "arrow.up.right.square";
-inline constexpr std::string_view botFatherUrl = "https://t.me/BotFather";
+inline constexpr std::string_view botFatherUrl = "https://t.me/botfather";
 inline constexpr std::string_view tokenField = "Bot token";
 inline constexpr std::string_view verifyButton = "Verify token";
 inline constexpr std::string_view linkButton = "Link chat";

@@ -1,8 +1,6 @@
 #include "app/cli/HooksCommand.h"
 
-#include "core/UserPaths.h"
-#include "platform/linux/InstallationPaths.h"
-#include "ui/viewmodels/HookSettingsViewModel.h"
+#include "app/InstalledHooks.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -86,10 +84,8 @@ int runHooksCommand(int argc, char** argv) {
         return 2;
     }
 
-    const auto home = UserPaths::home();
-    HookSettingsViewModel model(
-        AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment()), home,
-        JQLocator(home));
+    const auto hooks = makeInstalledHookSettings();
+    auto& model = *hooks;
     model.refresh();
 
     std::vector<VSCodeHookRegistrar::SkippedSettings> setUpSkipped;

@@ -16,8 +16,9 @@ AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
                                                                 InstallationPaths::shareDir());
                      return m_alerts->channels(&m_focus->focuser());
                  }),
-      m_menuViewModel(m_tracking.store, m_focus->focuser(), loop),
+      m_menuViewModel(m_tracking.store, m_focus->focuser(), loop), m_loginItems(m_autostart),
       m_chipController(m_menuViewModel, m_tracking.preferences, m_tracking.defaults, &m_chipPinner),
+      m_shortcuts(m_tracking.defaults, m_globalShortcuts), m_hotkey(m_tracking.preferences, m_shortcuts),
       m_updater([](const std::string& address) {
           QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
       }),
@@ -48,6 +49,8 @@ void AppCoordinator::start() {
     m_chipController.observe();
     m_chipController.applyOpacity();
     m_chipController.evaluateVisibility();
+
+    m_hotkey.start();
 }
 
 } // namespace tovrin

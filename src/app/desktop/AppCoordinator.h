@@ -7,8 +7,13 @@
 #include "core/Clock.h"
 #include "core/MainLoop.h"
 #include "core/Signal.h"
+#include "platform/linux/XdgAutostartLoginItems.h"
 #include "platform/x11/XcbChipPinner.h"
+#include "platform/x11/XcbGlobalShortcuts.h"
+#include "services/LoginItemManager.h"
 #include "services/UpdaterManager.h"
+#include "services/hotkey/GlobalHotkeyManager.h"
+#include "services/hotkey/KeyboardShortcuts.h"
 #include "ui/viewmodels/MenuBarViewModel.h"
 #include "ui/views/FloatingChipWindowController.h"
 
@@ -26,7 +31,7 @@ public:
     AppCoordinator& operator=(const AppCoordinator&) = delete;
 
     // Runs once, when the tray icon first shows: status folder, banner authorization, the session
-    // pipeline with its first pass (alerts for sessions already waiting), then the chip.
+    // pipeline with its first pass (alerts for sessions already waiting), the chip, then its shortcut.
     void start();
 
     static std::filesystem::path statusDirectory();
@@ -34,10 +39,13 @@ public:
     PreferencesStore& preferences() { return m_tracking.preferences; }
     SessionStore& store() { return m_tracking.store; }
     MenuBarViewModel& menuViewModel() { return m_menuViewModel; }
+    LoginItemManager& loginItems() { return m_loginItems; }
     TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
     FloatingChipWindowController& chipController() { return m_chipController; }
+    KeyboardShortcuts& shortcuts() { return m_shortcuts; }
     UpdaterManager& updater() { return m_updater; }
     AlertServices& alerts() { return *m_alerts; }
+    FocusServices& focus() { return *m_focus; }
     bool started() const { return m_started; }
 
 private:
@@ -47,8 +55,13 @@ private:
     std::unique_ptr<AlertServices> m_alerts;
     SessionTracking m_tracking;
     MenuBarViewModel m_menuViewModel;
+    XdgAutostartLoginItems m_autostart;
+    LoginItemManager m_loginItems;
     XcbChipPinner m_chipPinner;
     FloatingChipWindowController m_chipController;
+    XcbGlobalShortcuts m_globalShortcuts;
+    KeyboardShortcuts m_shortcuts;
+    GlobalHotkeyManager m_hotkey;
     UpdaterManager m_updater;
     TelegramSettingsViewModel m_telegramSettings;
     Subscriptions m_cancellables;

@@ -1,8 +1,10 @@
 #include "app/desktop/DesktopApplication.h"
 
+#include "app/InstalledHooks.h"
 #include "app/desktop/DesktopEnvironment.h"
 #include "ui/theme/AppBrandIcon.h"
 #include "ui/views/AboutView.h"
+#include "ui/views/settings/PreferencesView.h"
 
 #include <QIcon>
 
@@ -18,12 +20,33 @@ bool prepareQt() {
 
 DesktopApplication::DesktopApplication(int& argc, char** argv)
     : m_prepared(prepareQt()), m_app(argc, argv), m_coordinator(m_loop, m_clock),
-      m_shell(m_coordinator, [this] { return new AboutView(m_coordinator.updater()); }) {
+      m_shortcutsInPopups(m_coordinator.shortcuts()),
+      m_shell(m_coordinator, DesktopWindows{
+                                 .about = [this] { return new AboutView(m_coordinator.updater()); },
+                                 .settings = [this] { return makeSettingsWindow(); },
+                             }) {
     QApplication::setApplicationName(QStringLiteral("tovrin"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Tovrin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tovrin"));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(AppBrandIcon::image()));
+}
+
+PreferencesView* DesktopApplication::makeSettingsWindow() {
+    auto& coordinator = m_coordinator;
+    auto& focus = coordinator.focus().manager();
+    return new PreferencesView(PreferencesEnvironment{
+        .preferences = coordinator.preferences(),
+        .loginItems = coordinator.loginItems(),
+        .telegram = coordinator.telegramSettings(),
+        .sounds = {.catalog = coordinator.alerts().soundCatalog(),
+                   .player = coordinator.alerts().player(),
+                   .revealFolder =
+                       [&focus](const std::filesystem::path& folder) {
+                           focus.revealFolder(folder.string());
+                       }},
+        .makeHooks = makeInstalledHookSettings,
+        .shortcuts = coordinator.shortcuts(),
+    });
 }
 
 } // namespace tovrin

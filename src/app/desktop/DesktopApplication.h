@@ -4,6 +4,7 @@
 #include "app/desktop/DesktopShell.h"
 #include "core/Clock.h"
 #include "platform/qt/QtMainLoop.h"
+#include "ui/views/PopupShortcutFilter.h"
 
 #include <QApplication>
 
@@ -22,11 +23,14 @@ public:
     DesktopShell& shell() { return m_shell; }
 
 private:
+    PreferencesView* makeSettingsWindow();
+
     bool m_prepared; // Qt's environment is settled before the application object exists
     QApplication m_app;
     QtMainLoop m_loop;
     SystemClock m_clock;
     AppCoordinator m_coordinator;
+    PopupShortcutFilter m_shortcutsInPopups;
     DesktopShell m_shell;
 };
 

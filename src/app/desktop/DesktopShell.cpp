@@ -1,11 +1,13 @@
 #include "app/desktop/DesktopShell.h"
 
 #include "app/desktop/AppCoordinator.h"
+#include "platform/dbus/WindowRequests.h"
 #include "ui/theme/ForgeTheme.h"
 #include "ui/views/AboutView.h"
 #include "ui/views/Openers.h"
 #include "ui/views/PanelWindow.h"
 #include "ui/views/StatusItemIcon.h"
+#include "ui/views/settings/PreferencesView.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -30,8 +32,8 @@ QString menuStyle() {
 
 } // namespace
 
-DesktopShell::DesktopShell(AppCoordinator& coordinator, std::function<AboutView*()> makeAboutWindow)
-    : m_coordinator(coordinator), m_makeAboutWindow(std::move(makeAboutWindow)),
+DesktopShell::DesktopShell(AppCoordinator& coordinator, DesktopWindows windows)
+    : m_coordinator(coordinator), m_windows(std::move(windows)),
       m_panel(std::make_unique<PanelWindow>(coordinator.menuViewModel(), coordinator.preferences(),
                                             panelActions())),
       m_menu(std::make_unique<QMenu>()) {
@@ -43,7 +45,8 @@ DesktopShell::DesktopShell(AppCoordinator& coordinator, std::function<AboutView*
 
     // Trays differ in which click they pass on; the menu offers the same ways in from any of them.
     m_menu->setStyleSheet(menuStyle());
-    m_menu->addAction(QStringLiteral("Show Sessions"), [this] { openPanel(); });
+    m_menu->addAction(QStringLiteral("Show sessions"), [this] { openPanel(); });
+    m_menu->addAction(QStringLiteral("Settings"), [this] { openSettings(); });
     m_menu->addAction(QStringLiteral("About Tovrin"), [this] { openAbout(); });
     m_menu->addSeparator();
     m_menu->addAction(QStringLiteral("Quit Tovrin"), [] { QApplication::quit(); });
@@ -61,6 +64,11 @@ DesktopShell::~DesktopShell() {
 
 void DesktopShell::launch() {
     openers().about.action = [this] { openAbout(); };
+    openers().settings.action = [this] { openSettings(); };
+    m_requests =
+        std::make_unique<WindowRequestService>([this](const std::string& window) { return show(window); });
+    // Without a session bus, `tovrin settings` can't reach this copy; everything else works.
+    (void)m_requests->publish();
     if (hasTray()) m_tray.show();
     m_coordinator.start();
     if (!hasTray()) {
@@ -79,10 +87,32 @@ void DesktopShell::openPanel() {
 
 void DesktopShell::openAbout() {
     if (!m_about) {
-        m_about = m_makeAboutWindow();
+        m_about = m_windows.about();
         m_about->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_about->present();
+}
+
+void DesktopShell::openSettings() {
+    // A closed window is only waiting to be deleted: showing it again would show it for a moment.
+    if (!m_settings || !m_settings->isVisible()) {
+        m_settings = m_windows.settings();
+        m_settings->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settings->present();
+}
+
+bool DesktopShell::show(const std::string& window) {
+    if (window == "sessions") {
+        openPanel();
+    } else if (window == "settings") {
+        openSettings();
+    } else if (window == "about") {
+        openAbout();
+    } else {
+        return false;
+    }
+    return true;
 }
 
 AppActions DesktopShell::panelActions() {

@@ -7,6 +7,7 @@
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
+#include <string>
 
 class QMenu;
 
@@ -15,14 +16,21 @@ namespace tovrin {
 class AboutView;
 class AppCoordinator;
 class PanelWindow;
+class PreferencesView;
 class StatusItemIcon;
+class WindowRequestService;
+
+// The windows opened from the shell, each built when first asked for and gone when closed.
+struct DesktopWindows {
+    std::function<AboutView*()> about;
+    std::function<PreferencesView*()> settings;
+};
 
 // What stands in for the menu bar on a Linux desktop: the tray icon with its panel, and the windows
 // opened from it. The icon's first appearance starts the coordinator.
 class DesktopShell : public QObject {
 public:
-    // `makeAboutWindow` builds the About window when it is first asked for.
-    DesktopShell(AppCoordinator& coordinator, std::function<AboutView*()> makeAboutWindow);
+    DesktopShell(AppCoordinator& coordinator, DesktopWindows windows);
     ~DesktopShell() override;
 
     // Shows the tray icon, points the openers at this shell's windows and starts the coordinator.
@@ -32,6 +40,10 @@ public:
     bool hasTray() const;
     void openPanel();
     void openAbout();
+    void openSettings();
+    // A window asked for by name from outside ("sessions", "settings", "about"); false for a name
+    // it doesn't know.
+    bool show(const std::string& window);
     PanelWindow& panel() { return *m_panel; }
 
 private:
@@ -39,12 +51,14 @@ private:
     void tellNoTray();
 
     AppCoordinator& m_coordinator;
-    std::function<AboutView*()> m_makeAboutWindow;
+    DesktopWindows m_windows;
     QPointer<AboutView> m_about;
+    QPointer<PreferencesView> m_settings;
     std::unique_ptr<PanelWindow> m_panel;
     std::unique_ptr<QMenu> m_menu;
     QSystemTrayIcon m_tray;
     std::unique_ptr<StatusItemIcon> m_icon;
+    std::unique_ptr<WindowRequestService> m_requests;
 };
 
 } // namespace tovrin

@@ -19,6 +19,7 @@ public:
     FocusServices& operator=(const FocusServices&) = delete;
 
     SessionFocusing& focuser() { return m_manager; }
+    FocusManager& manager() { return m_manager; }
 
 private:
     PosixProcessRunner m_processes;

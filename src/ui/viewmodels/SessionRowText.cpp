@@ -19,6 +19,14 @@ std::string ageSuffix(const AgentSession& session, TimePoint now) {
     return std::string(separator) + RelativeTime::string(session.updatedAt, now);
 }
 
+std::string accessibleName(const AgentSession& session, TimePoint now) {
+    std::string name = session.title.empty() ? std::string() : session.title + ", ";
+    name += ToolIdentity::named(session.tool).displayName;
+    name += ", ";
+    name += rawValue(session.state);
+    return name + ", " + RelativeTime::string(session.updatedAt, now);
+}
+
 std::string revealToolTip(const AgentSession& session) {
     return "Reveal " + session.projectPath() + " in Files";
 }

@@ -11,6 +11,7 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -57,6 +58,7 @@ QString emberButtonStyle() {
     return QStringLiteral("QPushButton { color: %1; background: %2; border: 1px solid %3; border-radius: 6px;"
                           " padding: 4px 14px; }"
                           "QPushButton:hover { background: %4; }"
+                          "QPushButton:focus { border-color: %1; }"
                           "QPushButton:pressed { background: %5; }"
                           "QPushButton:disabled { color: %6; background: %7; border-color: %8; }")
         .arg(rgba(ForgeTheme::ember), rgba(ForgeTheme::ember, 0.14), rgba(ForgeTheme::ember, 0.45),
@@ -66,7 +68,7 @@ QString emberButtonStyle() {
 
 QString linkStyle() {
     return QStringLiteral("QPushButton { color: %1; background: transparent; border: none; padding: 0; }"
-                          "QPushButton:hover { text-decoration: underline; }")
+                          "QPushButton:hover, QPushButton:focus { text-decoration: underline; }")
         .arg(rgba(ForgeTheme::bronze));
 }
 
@@ -148,6 +150,14 @@ void AboutView::present() {
     show();
     raise();
     activateWindow();
+}
+
+void AboutView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 void AboutView::paintEvent(QPaintEvent*) {

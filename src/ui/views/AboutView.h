@@ -12,6 +12,7 @@ namespace tovrin {
 class UpdaterManager;
 
 // The About window: the icon, the name, the version and motto, the update check and the web site.
+// Escape closes it.
 class AboutView : public QWidget {
 public:
     using OpenUrl = std::function<void(const QUrl&)>;
@@ -27,6 +28,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void followUpdater();

@@ -18,12 +18,14 @@ class AppActionsFooter : public QWidget {
 public:
     explicit AppActionsFooter(AppActions actions, QWidget* parent = nullptr);
 
+    static constexpr int buttonCount = 4;
+
     // In reading order.
     PanelButton* button(int index) const { return m_buttons.at(static_cast<std::size_t>(index)); }
 
 private:
     AppActions m_actions;
-    std::array<PanelButton*, 4> m_buttons{};
+    std::array<PanelButton*, buttonCount> m_buttons{};
 };
 
 } // namespace tovrin

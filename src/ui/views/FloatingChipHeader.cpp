@@ -3,7 +3,9 @@
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/SoftGlow.h"
 #include "ui/theme/Symbols.h"
+#include "ui/views/ViewAccessibility.h"
 
+#include <QAccessible>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QWindow>
@@ -42,17 +44,30 @@ QString qText(const std::string& text) {
 } // namespace
 
 FloatingChipHeader::FloatingChipHeader(QWidget* parent) : FlameFill(parent) {
+    ViewAccessibility::install();
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void FloatingChipHeader::setContent(ChipHeader::Content content) {
     if (content == m_content) return;
-    const bool sizeChanges = content.summary != m_content.summary || content.chevron != m_content.chevron;
+    const bool renamed = content.summary != m_content.summary;
+    const bool unfolding = content.chevron != m_content.chevron;
     m_content = std::move(content);
     m_foreground = {};
     setFlame(m_content.flame);
-    if (sizeChanges) updateGeometry();
+    if (renamed || unfolding) updateGeometry();
     update();
+
+    if (renamed) {
+        QAccessibleEvent event(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    if (unfolding) {
+        QAccessible::State changed;
+        changed.expandable = changed.expanded = changed.collapsed = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 QSize FloatingChipHeader::sizeHint() const {

@@ -4,6 +4,7 @@
 #include "ui/viewmodels/ChipHeader.h"
 
 #include <QImage>
+#include <functional>
 
 namespace tovrin {
 
@@ -15,6 +16,10 @@ public:
 
     void setContent(ChipHeader::Content content);
     const ChipHeader::Content& content() const { return m_content; }
+
+    // What pressing the header, as assistive tools do, asks of the chip; a pointer's tap reaches the
+    // chip directly, which tells it from a drag.
+    std::function<void()> onActivate;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -12,6 +12,7 @@ FloatingChipPanel::FloatingChipPanel(FloatingChipView* view) : m_view(view) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
     setFocusPolicy(Qt::NoFocus);
+    setWindowTitle(QStringLiteral("Floating window"));
     m_view->setParent(this);
 }
 

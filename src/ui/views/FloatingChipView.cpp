@@ -8,7 +8,10 @@
 #include "ui/views/AppActionsFooter.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/FloatingChipHeader.h"
+#include "ui/views/FocusOrder.h"
+#include "ui/views/PanelButton.h"
 #include "ui/views/SessionListView.h"
+#include "ui/views/SessionRowView.h"
 
 #include <QApplication>
 #include <QImage>
@@ -137,6 +140,7 @@ FloatingChipView::FloatingChipView(MenuBarViewModel& model, FloatingChipActions 
 
     m_finish = new BodyFinish(this);
     m_finish->raise();
+    m_header->onActivate = [this] { tapHeader(); };
 
     new ChangeRelay(
         model.objectWillChange, [this] { refresh(); }, this);
@@ -214,6 +218,15 @@ void FloatingChipView::mouseReleaseEvent(QMouseEvent* event) {
     if (!m_press || event->button() != Qt::LeftButton) return;
     const Press press = *std::exchange(m_press, std::nullopt);
     if (!press.dragging && m_header->geometry().contains(press.local.toPoint())) tapHeader();
+}
+
+bool FloatingChipView::focusNextPrevChild(bool next) {
+    std::vector<QWidget*> order;
+    for (SessionRowView* row : m_list->rows())
+        order.push_back(row);
+    for (int i = 0; i < AppActionsFooter::buttonCount; ++i)
+        order.push_back(m_footer->button(i));
+    return FocusOrder::step(order, next) != nullptr;
 }
 
 } // namespace tovrin

@@ -23,7 +23,8 @@ struct FloatingChipActions {
 
 // The chip itself: a rounded, translucent dark body with its own soft shadow in a clear margin, a header
 // line over the roll-up's flame and, unfolded, the session list and the application's actions. A tap on
-// the header unfolds it; a drag anywhere that is not a button moves its window.
+// the header unfolds it; a drag anywhere that is not a button moves its window. Where it has the
+// keyboard's focus, Up, Down and Tab walk the rows and then the buttons, as in the tray panel.
 class FloatingChipView : public QWidget {
 public:
     static constexpr int shadowMargin = 8;
@@ -49,6 +50,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     struct Press {

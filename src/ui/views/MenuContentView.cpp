@@ -7,10 +7,15 @@
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/FloatingWindowToggle.h"
+#include "ui/views/FocusOrder.h"
+#include "ui/views/PanelButton.h"
 #include "ui/views/PanelHeader.h"
 #include "ui/views/SessionListView.h"
+#include "ui/views/SessionRowView.h"
 #include "ui/views/SessionScroller.h"
+#include "ui/views/ViewAccessibility.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <utility>
@@ -24,6 +29,7 @@ MenuContentView::MenuContentView(MenuBarViewModel& model, PreferencesStore& pref
       m_empty(new ElidedLabel(ForgeStyle::systemFont(14), ForgeStyle::qColor(ForgeTheme::ash), this)),
       m_toggle(new FloatingWindowToggle(preferences, this)),
       m_footer(new AppActionsFooter(std::move(actions), this)) {
+    ViewAccessibility::install();
     setFixedWidth(panelWidth);
     m_empty->setText(QString::fromUtf8(PanelContent::emptyStateText.data(),
                                        static_cast<qsizetype>(PanelContent::emptyStateText.size())));
@@ -59,6 +65,27 @@ void MenuContentView::setListHeightLimit(int limit) {
 
 int MenuContentView::chromeHeight() const {
     return sizeHint().height() - (m_scroller->isVisibleTo(this) ? m_scroller->sizeHint().height() : 0);
+}
+
+void MenuContentView::keyPressEvent(QKeyEvent* event) {
+    // Focus rests here while nothing is chosen yet: Down starts at the top, Up at the bottom.
+    if (event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) {
+        focusNextPrevChild(event->key() == Qt::Key_Down);
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+bool MenuContentView::focusNextPrevChild(bool next) {
+    std::vector<QWidget*> order;
+    for (SessionRowView* row : m_list->rows())
+        order.push_back(row);
+    order.push_back(m_toggle);
+    for (int i = 0; i < AppActionsFooter::buttonCount; ++i)
+        order.push_back(m_footer->button(i));
+    QWidget* focused = FocusOrder::step(order, next);
+    if (focused && m_scroller->isAncestorOf(focused)) m_scroller->ensureWidgetVisible(focused, 0, 0);
+    return focused != nullptr;
 }
 
 void MenuContentView::paintEvent(QPaintEvent*) {

@@ -15,7 +15,8 @@ class SessionScroller;
 class ElidedLabel;
 
 // What the tray panel shows: the burning brand line, the sessions or a word that none are about,
-// the floating window toggle and the application's actions, on iron.
+// the floating window toggle and the application's actions, on iron. From the keyboard, Up, Down and
+// Tab walk through the rows and then the buttons, top to bottom.
 class MenuContentView : public QWidget {
 public:
     static constexpr int panelWidth = 375;
@@ -36,6 +37,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void refresh();

@@ -5,6 +5,7 @@
 
 #include <QFocusEvent>
 #include <QFontMetrics>
+#include <QKeyEvent>
 #include <QPainter>
 #include <utility>
 
@@ -51,6 +52,14 @@ void PanelButton::enterEvent(QEnterEvent* event) {
 void PanelButton::leaveEvent(QEvent* event) {
     QAbstractButton::leaveEvent(event);
     update();
+}
+
+void PanelButton::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !event->isAutoRepeat()) {
+        click();
+        return;
+    }
+    QAbstractButton::keyPressEvent(event);
 }
 
 void PanelButton::focusInEvent(QFocusEvent* event) {

@@ -7,7 +7,7 @@
 namespace tovrin {
 
 // A plain panel action: symbol and text in ash, left-aligned, warming to bronze and ember under the
-// pointer. Its contents margins are its padding.
+// pointer or the keyboard's focus; Enter presses it as Space does. Its contents margins are its padding.
 class PanelButton : public QAbstractButton {
 public:
     PanelButton(const QString& text, std::string symbol, QWidget* parent = nullptr);
@@ -22,6 +22,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 

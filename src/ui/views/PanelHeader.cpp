@@ -5,6 +5,7 @@
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/SoftGlow.h"
 #include "ui/viewmodels/PanelContent.h"
+#include "ui/views/ViewAccessibility.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -45,11 +46,14 @@ protected:
 
 } // namespace
 
-PanelHeader::PanelHeader(QWidget* parent)
-    : QWidget(parent),
-      m_brandLine(new FireText(QString::fromUtf8(PanelContent::brandText.data(),
-                                                 static_cast<qsizetype>(PanelContent::brandText.size())),
-                               ForgeStyle::engraved(14, QFont::DemiBold), 1.5, this)) {
+PanelHeader::PanelHeader(QWidget* parent) : QWidget(parent) {
+    ViewAccessibility::install();
+    const QString brand = QString::fromUtf8(PanelContent::brandText.data(),
+                                            static_cast<qsizetype>(PanelContent::brandText.size()));
+    m_brandLine = new FireText(brand, ForgeStyle::engraved(14, QFont::DemiBold), 1.5, this);
+    // Drawn as glyph outlines, the line keeps no text that assistive tools could read.
+    m_brandLine->setAccessibleName(brand);
+
     // The glows of mark and text take their share of the padding and of the gap between them.
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16 - glowReach, 12 - glowReach, 16, 12 - glowReach);

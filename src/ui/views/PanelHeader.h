@@ -17,7 +17,7 @@ public:
     FireText* brandLine() const { return m_brandLine; }
 
 private:
-    FireText* m_brandLine;
+    FireText* m_brandLine = nullptr;
 };
 
 } // namespace tovrin

@@ -14,8 +14,8 @@
 namespace tovrin {
 namespace {
 
-// A click on the tray icon while the panel is open first closes the panel as a click outside, and
-// then reaches the icon; within this time that second half must not open it again.
+// A click on the tray icon while the panel is open may first close the panel, when the tray takes
+// over, and then reach the icon; within this time that second half must not open it again.
 constexpr qint64 reopenGuardMs = 300;
 
 PanelRect panelRect(const QRect& r) {
@@ -26,9 +26,11 @@ PanelRect panelRect(const QRect& r) {
 
 PanelWindow::PanelWindow(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
                          QWidget* parent)
-    : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint),
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                          Qt::X11BypassWindowManagerHint | Qt::NoDropShadowWindowHint),
       m_content(new MenuContentView(model, preferences, std::move(actions), this)) {
     setAttribute(Qt::WA_DeleteOnClose, false);
+    setWindowTitle(QStringLiteral("Sessions"));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -49,6 +51,8 @@ void PanelWindow::openAt(const QRect& anchor) {
     m_anchor = anchor.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : anchor;
     fit();
     show();
+    // Each opening starts with nothing chosen, so the first Down lands on the top row.
+    m_content->setFocus(Qt::ActiveWindowFocusReason);
     raise();
     activateWindow();
 }

@@ -12,8 +12,11 @@ class MenuBarViewModel;
 class MenuContentView;
 class PreferencesStore;
 
-// The frameless popup that drops from the tray icon. It closes on a click elsewhere or Escape, keeps
-// inside the screen, and follows its content's height.
+// The frameless panel that drops from the tray icon. It closes when another window takes over (a
+// click elsewhere) or on Escape, keeps inside the screen, and follows its content's height. A
+// top-level window rather than a popup, since assistive tools are never shown a popup's content;
+// like a menu it stays out of the window manager's hands, so it stands where it is put and takes the
+// keyboard itself, whatever the desktop thinks of focus taken by a background application.
 class PanelWindow : public QWidget {
 public:
     PanelWindow(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,

@@ -27,6 +27,15 @@ SessionListView::SessionListView(MenuBarViewModel& model, QWidget* parent)
     refresh();
 }
 
+std::vector<SessionRowView*> SessionListView::rows() const {
+    std::vector<SessionRowView*> all;
+    for (const SessionSectionView* section : {m_waiting, m_working, m_resting}) {
+        const auto rows = section->rows();
+        all.insert(all.end(), rows.begin(), rows.end());
+    }
+    return all;
+}
+
 void SessionListView::refresh() {
     m_waiting->setSessions(m_model.waitingTitle(), m_model.waiting());
     m_working->setSessions(m_model.workingTitle(), m_model.working());

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 namespace tovrin {
 
 class MenuBarViewModel;
+class SessionRowView;
 class SessionSectionView;
 
 // The sessions in three sections, waiting, working and resting, each under its heading; it follows
@@ -16,6 +18,8 @@ public:
     SessionSectionView* waitingSection() const { return m_waiting; }
     SessionSectionView* workingSection() const { return m_working; }
     SessionSectionView* restingSection() const { return m_resting; }
+    // Every row, top to bottom.
+    std::vector<SessionRowView*> rows() const;
 
 private:
     void refresh();

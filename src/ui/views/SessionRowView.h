@@ -10,8 +10,10 @@ class ElidedLabel;
 class MenuBarViewModel;
 class SymbolButton;
 
-// One session: its tool's badge, its title in the colour of its state and a subtitle. A click raises
-// the session's window; under the pointer the row warms and offers to reveal its folder or to hide it.
+// One session: its tool's badge, its title in the colour of its state and a subtitle. A click, Enter
+// or Space raises the session's window; under the pointer the row warms and offers to reveal its
+// folder or to hide it. Up and Down step to the neighbouring rows; focus given by the keyboard
+// warms it too, with an ember edge.
 class SessionRowView : public QWidget {
 public:
     SessionRowView(const AgentSession& session, MenuBarViewModel& model, QWidget* parent = nullptr);
@@ -20,7 +22,13 @@ public:
     void setSession(const AgentSession& session);
     const AgentSession& session() const { return m_session; }
 
+    // What a click, the hover buttons and assistive tools ask of the row.
+    void activate();
+    void reveal();
+    void dismiss();
+
     bool hovering() const { return m_hovering; }
+    bool showsKeyboardFocus() const { return m_keyboardFocus; }
     // Present only while hovering.
     SymbolButton* revealButton() const { return m_reveal; }
     SymbolButton* hideButton() const { return m_hide; }
@@ -30,6 +38,9 @@ protected:
     void leaveEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -45,6 +56,7 @@ private:
     SymbolButton* m_hide = nullptr;
     bool m_hovering = false;
     bool m_pressed = false;
+    bool m_keyboardFocus = false;
 };
 
 } // namespace tovrin

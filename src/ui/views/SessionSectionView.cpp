@@ -4,6 +4,7 @@
 #include "ui/theme/StatusDot.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/SessionRowView.h"
+#include "ui/views/ViewAccessibility.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -12,6 +13,7 @@ namespace tovrin {
 
 SessionSectionView::SessionSectionView(const QColor& tint, MenuBarViewModel& model, QWidget* parent)
     : QWidget(parent), m_model(model), m_rowsLayout(new QVBoxLayout) {
+    ViewAccessibility::install();
     QFont headingFont = ForgeStyle::systemFont(11, QFont::DemiBold);
     headingFont.setLetterSpacing(QFont::AbsoluteSpacing, 1.4);
     m_heading = new ElidedLabel(headingFont, ForgeStyle::qColor(ForgeTheme::bronzeDim));
@@ -35,7 +37,8 @@ SessionSectionView::SessionSectionView(const QColor& tint, MenuBarViewModel& mod
 }
 
 void SessionSectionView::setSessions(const std::string& title, const std::vector<AgentSession>& sessions) {
-    m_heading->setText(QString::fromStdString(title).toUpper());
+    m_title = QString::fromStdString(title);
+    m_heading->setText(m_title.toUpper());
 
     std::map<std::string, SessionRowView*> kept;
     for (const AgentSession& session : sessions) {

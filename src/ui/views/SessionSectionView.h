@@ -26,11 +26,14 @@ public:
     // and go, and the rows follow the list's order.
     void setSessions(const std::string& title, const std::vector<AgentSession>& sessions);
 
+    // The section's title as given; the heading shows it in capitals.
+    const QString& title() const { return m_title; }
     QString heading() const;
     std::vector<SessionRowView*> rows() const;
 
 private:
     MenuBarViewModel& m_model;
+    QString m_title;
     ElidedLabel* m_heading;
     QVBoxLayout* m_rowsLayout;
     std::map<std::string, SessionRowView*> m_rows;

@@ -83,7 +83,7 @@ TEST_F(PanelWindowTest, ASecondClickOnTheIconCloses) {
     EXPECT_TRUE(window->isVisible());
     window->toggleAt(icon);
     EXPECT_FALSE(window->isVisible());
-    // The same click arriving once more, as when the popup closed itself on the press.
+    // The same click arriving once more, as when the panel closed itself as the tray took over.
     window->toggleAt(icon);
     EXPECT_FALSE(window->isVisible());
 

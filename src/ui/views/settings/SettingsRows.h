@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <string_view>
+
+class QHBoxLayout;
+class QLabel;
+class QWidget;
+
+namespace tovrin {
+class ForgeToggle;
+}
+
+namespace tovrin::SettingsRows {
+
+QString qText(std::string_view text);
+// Body text of a row, in ash; it greys out with its row.
+QLabel* bodyLabel(const QString& text, QWidget* parent = nullptr);
+// A label at the left, the control at the right; the control is named after the label.
+QHBoxLayout* labelled(QLabel* label, QWidget* control);
+// A toggle that hands the user's flips to `write`; the page sets its state from the model.
+ForgeToggle* toggle(std::string_view text, std::function<void(bool)> write, QWidget* parent = nullptr);
+
+} // namespace tovrin::SettingsRows

@@ -1,8 +1,8 @@
 #include "ui/views/settings/SettingsSidebar.h"
 
 #include "ui/theme/ForgeTheme.h"
+#include "ui/theme/Symbols.h"
 #include "ui/views/settings/SettingsRows.h"
-#include "ui/views/settings/SettingsSymbols.h"
 
 #include <QIcon>
 #include <QListWidget>
@@ -22,11 +22,10 @@ QIcon categoryIcon(SettingsCategory category, double devicePixelRatio) {
     QIcon icon;
     const auto glyph = symbol(category);
     icon.addPixmap(
-        SettingsSymbols::pixmap(glyph, ForgeStyle::qColor(ForgeTheme::bronzeDim), iconSide, devicePixelRatio),
+        Symbols::pixmap(glyph, ForgeStyle::qColor(ForgeTheme::bronzeDim), iconSide, devicePixelRatio),
         QIcon::Normal);
-    icon.addPixmap(
-        SettingsSymbols::pixmap(glyph, ForgeStyle::qColor(ForgeTheme::ember), iconSide, devicePixelRatio),
-        QIcon::Selected);
+    icon.addPixmap(Symbols::pixmap(glyph, ForgeStyle::qColor(ForgeTheme::ember), iconSide, devicePixelRatio),
+                   QIcon::Selected);
     return icon;
 }
 

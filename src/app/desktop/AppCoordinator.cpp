@@ -18,7 +18,9 @@ AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
                  }),
       m_menuViewModel(m_tracking.store, m_focus->focuser(), loop), m_loginItems(m_autostart),
       m_chipController(m_menuViewModel, m_tracking.preferences, m_tracking.defaults, &m_chipPinner),
-      m_shortcuts(m_tracking.defaults, m_globalShortcuts), m_hotkey(m_tracking.preferences, m_shortcuts),
+      m_globalShortcuts(
+          makeGlobalShortcuts([](const Shortcut&) { return std::string("Show or hide the floating chip"); })),
+      m_shortcuts(m_tracking.defaults, *m_globalShortcuts), m_hotkey(m_tracking.preferences, m_shortcuts),
       m_updater([](const std::string& address) {
           QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
       }),

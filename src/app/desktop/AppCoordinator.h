@@ -7,9 +7,9 @@
 #include "core/Clock.h"
 #include "core/MainLoop.h"
 #include "core/Signal.h"
+#include "platform/GlobalShortcutsFactory.h"
 #include "platform/linux/XdgAutostartLoginItems.h"
 #include "platform/x11/XcbChipPinner.h"
-#include "platform/x11/XcbGlobalShortcuts.h"
 #include "services/LoginItemManager.h"
 #include "services/UpdaterManager.h"
 #include "services/hotkey/GlobalHotkeyManager.h"
@@ -59,7 +59,7 @@ private:
     LoginItemManager m_loginItems;
     XcbChipPinner m_chipPinner;
     FloatingChipWindowController m_chipController;
-    XcbGlobalShortcuts m_globalShortcuts;
+    std::unique_ptr<GlobalShortcuts> m_globalShortcuts;
     KeyboardShortcuts m_shortcuts;
     GlobalHotkeyManager m_hotkey;
     UpdaterManager m_updater;

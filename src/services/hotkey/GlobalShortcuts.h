@@ -29,6 +29,8 @@ public:
     virtual void setPressedHandler(PressedHandler handler) = 0;
     // Whether there is a display to register with at all; may connect to it to find out.
     virtual bool available() = 0;
+    // Whether the desktop itself hands the shortcut over from every application (a Wayland portal).
+    virtual bool throughPortal() const { return false; }
 };
 
 } // namespace tovrin

@@ -51,6 +51,7 @@ public:
 
     // Whether there is a display that can take global shortcuts at all.
     bool available() const { return m_system.available(); }
+    bool throughPortal() const { return m_system.throughPortal(); }
 
     // The raw value of a name whose shortcut changed.
     Signal<std::string> shortcutByNameDidChange;

@@ -5,9 +5,10 @@
 
 namespace tovrin {
 
-ShortcutReach shortcutReach(bool displayAvailable, bool waylandSession) {
+ShortcutReach shortcutReach(bool displayAvailable, bool waylandSession, bool throughPortal) {
     if (!displayAvailable) return ShortcutReach::none;
-    return waylandSession ? ShortcutReach::x11ApplicationsOnly : ShortcutReach::allApplications;
+    return waylandSession && !throughPortal ? ShortcutReach::x11ApplicationsOnly
+                                            : ShortcutReach::allApplications;
 }
 
 bool isWaylandSession() {
@@ -23,7 +24,8 @@ std::optional<std::string> reachNote(ShortcutReach reach) {
     case ShortcutReach::x11ApplicationsOnly:
         return "On Wayland the shortcut works only while an X11 application is in front.";
     case ShortcutReach::none:
-        return "Global shortcuts need an X11 display, which this session doesn't have.";
+        return "Global shortcuts need an X11 display or a desktop that offers them, and this session has "
+               "neither.";
     }
     return std::nullopt;
 }

@@ -13,7 +13,8 @@ enum class ShortcutReach {
     none,
 };
 
-ShortcutReach shortcutReach(bool displayAvailable, bool waylandSession);
+// `throughPortal`: the desktop portal takes the shortcut, and the compositor sees every key for it.
+ShortcutReach shortcutReach(bool displayAvailable, bool waylandSession, bool throughPortal = false);
 // From the session's environment: WAYLAND_DISPLAY, or XDG_SESSION_TYPE "wayland".
 bool isWaylandSession();
 

@@ -101,7 +101,8 @@ std::string ShortcutRecorderModel::placeholder() const {
 }
 
 std::optional<std::string> ShortcutRecorderModel::reachNote() const {
-    return tovrin::reachNote(shortcutReach(m_shortcuts.available(), isWaylandSession()));
+    return tovrin::reachNote(
+        shortcutReach(m_shortcuts.available(), isWaylandSession(), m_shortcuts.throughPortal()));
 }
 
 Subscription ShortcutRecorderModel::onChange(std::function<void()> handler) {

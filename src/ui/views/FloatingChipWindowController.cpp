@@ -46,9 +46,8 @@ private:
 };
 
 void showStandardAbout() {
-    auto* box = new QMessageBox(QMessageBox::NoIcon, QApplication::applicationDisplayName(),
-                                QApplication::applicationDisplayName() + QLatin1Char(' ') +
-                                    QApplication::applicationVersion());
+    auto* box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Tovrin"),
+                                QStringLiteral("Tovrin ") + QApplication::applicationVersion());
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->show();
 }

@@ -202,7 +202,7 @@ void ShortcutRecorder::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void ShortcutRecorder::askToUseHeldShortcut(const Shortcut& shortcut) {
-    auto* box = new QMessageBox(QMessageBox::Warning, QApplication::applicationDisplayName(),
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Tovrin"),
                                 qText(RecorderText::usedByAnotherProgram), QMessageBox::NoButton, this);
     box->setInformativeText(qText(RecorderText::canBeChanged));
     box->setPalette(alertPalette(box->palette()));

@@ -15,7 +15,7 @@
 
 namespace tovrin {
 
-// The shortcut in the trigger syntax of the XDG shortcuts specification, "CTRL+ALT+e": modifiers,
+// The shortcut as the portal names triggers, "CTRL+ALT+e": modifiers,
 // then the key's keysym name. None for a value that is no keysym.
 std::optional<std::string> portalTrigger(const Shortcut& shortcut);
 

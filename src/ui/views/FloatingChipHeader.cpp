@@ -3,6 +3,7 @@
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/SoftGlow.h"
 #include "ui/theme/Symbols.h"
+#include "ui/views/QtText.h"
 #include "ui/views/ViewAccessibility.h"
 
 #include <QAccessible>
@@ -35,10 +36,6 @@ QFont summaryFont() {
 
 QColor toneColor(ChipHeader::Tone tone) {
     return tone == ChipHeader::Tone::onFlame ? QColor(Qt::white) : ForgeStyle::qColor(ForgeTheme::ash);
-}
-
-QString qText(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace

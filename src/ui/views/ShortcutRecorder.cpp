@@ -1,6 +1,7 @@
 #include "ui/views/ShortcutRecorder.h"
 
 #include "ui/theme/ForgeTheme.h"
+#include "ui/views/QtText.h"
 #include "ui/views/ShortcutKeys.h"
 #include "ui/views/SymbolButton.h"
 
@@ -24,10 +25,6 @@ constexpr int clearMargin = 3;
 // A release this close to the field still counts as on it.
 constexpr int releaseSlack = 3;
 constexpr double disabledOpacity = 0.45;
-
-QString qText(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 QPalette alertPalette(QPalette palette) {
     const auto set = [&palette](QPalette::ColorRole role, const Color& color) {

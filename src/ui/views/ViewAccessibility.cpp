@@ -6,6 +6,7 @@
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/FloatingChipHeader.h"
 #include "ui/views/FloatingChipView.h"
+#include "ui/views/QtText.h"
 #include "ui/views/SessionRowView.h"
 #include "ui/views/SessionSectionView.h"
 
@@ -15,10 +16,6 @@
 
 namespace tovrin::ViewAccessibility {
 namespace {
-
-QString qText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // Badge, title and subtitle are read out as one name, so the row has no children of its own; the
 // hover buttons' work is offered as further actions.

@@ -2,15 +2,12 @@
 
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/ForgeToggle.h"
+#include "ui/views/QtText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 
 namespace tovrin::SettingsRows {
-
-QString qText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QLabel* bodyLabel(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);

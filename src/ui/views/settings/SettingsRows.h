@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/views/QtText.h"
+
 #include <QString>
 #include <functional>
 #include <string_view>
@@ -14,7 +16,8 @@ class ForgeToggle;
 
 namespace tovrin::SettingsRows {
 
-QString qText(std::string_view text);
+using tovrin::qText;
+
 // Body text of a row, in ash; it greys out with its row.
 QLabel* bodyLabel(const QString& text, QWidget* parent = nullptr);
 // A label at the left, the control at the right; the control is named after the label.

@@ -92,11 +92,12 @@ protected:
     }
 
     // On a connection and thread of its own, as the portal process would be.
+    // Registered before the move: the bus gives the object a child, which must share its thread.
     void startPortal() {
-        fake.moveToThread(&portal);
-        portal.start();
         QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connection);
         ASSERT_TRUE(bus.registerVirtualObject(portalPath, &fake, QDBusConnection::SubPath));
+        fake.moveToThread(&portal);
+        portal.start();
         ASSERT_TRUE(bus.registerService("org.freedesktop.portal.Desktop"));
     }
     void activate(const QString& session, const QString& id) {

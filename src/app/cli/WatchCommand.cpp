@@ -7,10 +7,10 @@
 #include "hooks/ToolIdentity.h"
 #include "platform/linux/InstallationPaths.h"
 #include "platform/qt/QtMainLoop.h"
+#include "platform/qt/QuitOnTermination.h"
 #include "ui/viewmodels/StatusReport.h"
 
 #include <QCoreApplication>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -64,7 +64,7 @@ int runWatchCommand(int argc, char** argv) {
         return 2;
     }
     QCoreApplication app(argc, argv);
-    std::signal(SIGTERM, [](int) { QCoreApplication::quit(); });
+    QuitOnTermination quitOnTermination;
     QtMainLoop loop;
     SystemClock clock;
 

@@ -4,6 +4,7 @@
 #include "app/desktop/DesktopShell.h"
 #include "core/Clock.h"
 #include "platform/qt/QtMainLoop.h"
+#include "platform/qt/QuitOnTermination.h"
 #include "ui/views/PopupShortcutFilter.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ private:
 
     bool m_prepared; // Qt's environment is settled before the application object exists
     QApplication m_app;
+    QuitOnTermination m_quitOnTermination;
     QtMainLoop m_loop;
     SystemClock m_clock;
     AppCoordinator m_coordinator;

@@ -2,7 +2,7 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps test-deps configure build run test test-asan test-agents bench clean
+.PHONY: all deps test-deps configure build run test test-asan test-agents bench package clean
 
 all: build
 
@@ -46,6 +46,13 @@ bench:
 	@bench/watch-memory.sh build/release
 	@bench/writer-payloads.sh
 	@bench/desktop.sh build/release
+
+# The Debian package and the self-contained archive, made from the optimised build, in
+# build/release/packages.
+PACKAGE_PRESET ?= release
+package:
+	@$(MAKE) --no-print-directory build PRESET=$(PACKAGE_PRESET)
+	@cpack --config build/$(PACKAGE_PRESET)/CPackConfig.cmake -B build/$(PACKAGE_PRESET)/packages
 
 clean:
 	@rm -rf build

@@ -3,12 +3,15 @@
 #include "app/cli/TelegramCommand.h"
 #include "app/cli/WatchCommand.h"
 #include "app/cli/WindowCommand.h"
+#include "core/BuildInfo.h"
 #include "platform/linux/InstallationPaths.h"
+#include "ui/viewmodels/AboutContent.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <unistd.h>
 
 namespace {
@@ -28,6 +31,7 @@ constexpr const char* usage =
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
+    "  --version         print the version and build number\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
 
@@ -51,6 +55,13 @@ int startDesktop(char** argv) {
     return 1;
 }
 
+// The About window's line with the product's name in place of its leading "Version".
+void printVersion() {
+    const std::string line =
+        tovrin::AboutContent::versionLine(tovrin::BuildInfo::version, tovrin::BuildInfo::buildNumber);
+    std::printf("Tovrin %s\n", line.substr(line.find(' ') + 1).c_str());
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -62,6 +73,10 @@ int main(int argc, char** argv) {
     if (argc == 2 && std::strcmp(argv[1], "settings") == 0) {
         if (!hasDisplay()) return startDesktop(argv);
         return tovrin::runWindowCommand("settings", argv);
+    }
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        printVersion();
+        return 0;
     }
     if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "help") == 0)) {
         std::fputs(usage, stdout);

@@ -26,7 +26,7 @@ DesktopApplication::DesktopApplication(int& argc, char** argv)
                                  .settings = [this] { return makeSettingsWindow(); },
                              }) {
     QApplication::setApplicationName(QStringLiteral("tovrin"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tovrin"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.tovrin.Tovrin"));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(AppBrandIcon::image()));
 }

@@ -1,0 +1,24 @@
+# bash completion for tovrin
+
+_tovrin() {
+    local cur=${COMP_WORDS[COMP_CWORD]}
+    local words=""
+    case $COMP_CWORD in
+        1) words="status hooks watch telegram settings help --help --version" ;;
+        *)
+            case ${COMP_WORDS[1]} in
+                status) [[ $COMP_CWORD -eq 2 ]] && words="--json --follow" ;;
+                hooks)
+                    if [[ $COMP_CWORD -eq 2 ]]; then
+                        words="setup install uninstall remove-all"
+                    elif [[ $COMP_CWORD -eq 3 && (${COMP_WORDS[2]} == install || ${COMP_WORDS[2]} == uninstall) ]]; then
+                        words="claude-code codex copilot-cli vscode cursor antigravity"
+                    fi
+                    ;;
+                telegram) [[ $COMP_CWORD -eq 2 ]] && words="setup" ;;
+            esac
+            ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
+}
+complete -F _tovrin tovrin

@@ -12,6 +12,12 @@ const char* nonEmptyEnv(const char* name) {
     return (value && *value) ? value : nullptr;
 }
 
+// An XDG base folder: the variable when it holds an absolute path, else the fallback below home.
+std::filesystem::path xdgHome(const char* variable, const char* fallback) {
+    if (const char* value = nonEmptyEnv(variable); value && value[0] == '/') return value;
+    return home() / fallback;
+}
+
 } // namespace
 
 std::filesystem::path home() {
@@ -21,8 +27,15 @@ std::filesystem::path home() {
 }
 
 std::filesystem::path configHome() {
-    if (const char* c = nonEmptyEnv("XDG_CONFIG_HOME"); c && c[0] == '/') return c;
-    return home() / ".config";
+    return xdgHome("XDG_CONFIG_HOME", ".config");
+}
+
+std::filesystem::path cacheHome() {
+    return xdgHome("XDG_CACHE_HOME", ".cache");
+}
+
+std::filesystem::path stateHome() {
+    return xdgHome("XDG_STATE_HOME", ".local/state");
 }
 
 std::filesystem::path defaultsFile() {

@@ -8,6 +8,10 @@ namespace tovrin::UserPaths {
 std::filesystem::path home();
 // $XDG_CONFIG_HOME when absolute, else ~/.config.
 std::filesystem::path configHome();
+// $XDG_CACHE_HOME when absolute, else ~/.cache.
+std::filesystem::path cacheHome();
+// $XDG_STATE_HOME when absolute, else ~/.local/state.
+std::filesystem::path stateHome();
 // Where the defaults file lives: <configHome>/tovrin/defaults.json.
 std::filesystem::path defaultsFile();
 // AGENT_STATUS_DIR (tilde expanded) when set and not empty, else ~/.agent-status.

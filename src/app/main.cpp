@@ -28,6 +28,7 @@ constexpr const char* usage =
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
+    "  feedback          open the feedback window (in the running tray application)\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
 
@@ -59,9 +60,9 @@ int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
-    if (argc == 2 && std::strcmp(argv[1], "settings") == 0) {
+    if (argc == 2 && (std::strcmp(argv[1], "settings") == 0 || std::strcmp(argv[1], "feedback") == 0)) {
         if (!hasDisplay()) return startDesktop(argv);
-        return tovrin::runWindowCommand("settings", argv);
+        return tovrin::runWindowCommand(argv[1], argv);
     }
     if (argc >= 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "help") == 0)) {
         std::fputs(usage, stdout);

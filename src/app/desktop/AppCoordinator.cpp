@@ -1,5 +1,6 @@
 #include "app/desktop/AppCoordinator.h"
 
+#include "core/BuildInfo.h"
 #include "core/UserPaths.h"
 #include "platform/linux/InstallationPaths.h"
 
@@ -24,7 +25,16 @@ AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
       m_updater([](const std::string& address) {
           QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
       }),
-      m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences) {}
+      m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences),
+      m_analytics(m_tracking.preferences,
+                  TelemetryAnalyticsReporter::configuredAppID(BuildInfo::telemetryAppId), loop,
+                  [](const std::string&) -> std::unique_ptr<TelemetrySignaling> {
+                      // wired to the telemetry client at integration
+                      return nullptr;
+                  }),
+      m_feedbackSubmitter(m_alerts->http(), NetlifyFeedbackSubmitter::submitURL(BuildInfo::feedbackEndpoint,
+                                                                                BuildInfo::website)),
+      m_feedback(m_feedbackSubmitter, m_analytics) {}
 
 std::filesystem::path AppCoordinator::statusDirectory() {
     return UserPaths::statusDirectory();
@@ -53,6 +63,8 @@ void AppCoordinator::start() {
     m_chipController.evaluateVisibility();
 
     m_hotkey.start();
+
+    m_analytics.start();
 }
 
 } // namespace tovrin

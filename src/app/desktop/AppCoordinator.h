@@ -12,8 +12,11 @@
 #include "platform/x11/XcbChipPinner.h"
 #include "services/LoginItemManager.h"
 #include "services/UpdaterManager.h"
+#include "services/feedback/FeedbackViewModel.h"
+#include "services/feedback/NetlifyFeedbackSubmitter.h"
 #include "services/hotkey/GlobalHotkeyManager.h"
 #include "services/hotkey/KeyboardShortcuts.h"
+#include "services/telemetry/TelemetryAnalyticsReporter.h"
 #include "ui/viewmodels/MenuBarViewModel.h"
 #include "ui/views/FloatingChipWindowController.h"
 
@@ -31,7 +34,8 @@ public:
     AppCoordinator& operator=(const AppCoordinator&) = delete;
 
     // Runs once, when the tray icon first shows: status folder, banner authorization, the session
-    // pipeline with its first pass (alerts for sessions already waiting), the chip, then its shortcut.
+    // pipeline with its first pass (alerts for sessions already waiting), the chip, its shortcut, then
+    // analytics.
     void start();
 
     static std::filesystem::path statusDirectory();
@@ -41,6 +45,7 @@ public:
     MenuBarViewModel& menuViewModel() { return m_menuViewModel; }
     LoginItemManager& loginItems() { return m_loginItems; }
     TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
+    FeedbackViewModel& feedback() { return m_feedback; }
     FloatingChipWindowController& chipController() { return m_chipController; }
     KeyboardShortcuts& shortcuts() { return m_shortcuts; }
     UpdaterManager& updater() { return m_updater; }
@@ -64,6 +69,9 @@ private:
     GlobalHotkeyManager m_hotkey;
     UpdaterManager m_updater;
     TelegramSettingsViewModel m_telegramSettings;
+    TelemetryAnalyticsReporter m_analytics;
+    NetlifyFeedbackSubmitter m_feedbackSubmitter;
+    FeedbackViewModel m_feedback;
     Subscriptions m_cancellables;
     bool m_started = false;
 };

@@ -1,6 +1,6 @@
 # fish completion for tovrin
 
-set -l commands status hooks watch telegram settings help
+set -l commands status hooks watch telegram settings feedback help
 set -l hook_ids claude-code codex copilot-cli vscode cursor antigravity
 
 complete -c tovrin -f
@@ -11,6 +11,7 @@ complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a hooks -d "L
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a watch -d 'Alert on waiting sessions without windows'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a telegram -d 'Link a Telegram chat for alerts'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a settings -d 'Open the settings window'
+complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a feedback -d 'Open the feedback window'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a help -d 'Print a summary of the commands'
 
 complete -c tovrin -n "__fish_seen_subcommand_from status; and not __fish_seen_argument -l json -l follow" -l json -d 'Print the list as JSON'

@@ -31,6 +31,7 @@ constexpr const char* usage =
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
+    "  feedback          open the feedback window (in the running tray application)\n"
     "  --version         print the version and build number\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
@@ -57,9 +58,10 @@ int startDesktop(char** argv) {
 
 // The About window's line with the product's name in place of its leading "Version".
 void printVersion() {
-    const std::string line =
-        tovrin::AboutContent::versionLine(tovrin::BuildInfo::version, tovrin::BuildInfo::buildNumber);
-    std::printf("Tovrin %s\n", line.substr(line.find(' ') + 1).c_str());
+    // The same stand-ins as the About window's line, so that both always agree.
+    std::printf("Tovrin %s\n", tovrin::AboutContent::versionAndBuild(
+                                   tovrin::BuildInfo::version, tovrin::BuildInfo::buildNumber, "1.0", "1")
+                                   .c_str());
 }
 
 } // namespace
@@ -70,9 +72,9 @@ int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
-    if (argc == 2 && std::strcmp(argv[1], "settings") == 0) {
+    if (argc == 2 && (std::strcmp(argv[1], "settings") == 0 || std::strcmp(argv[1], "feedback") == 0)) {
         if (!hasDisplay()) return startDesktop(argv);
-        return tovrin::runWindowCommand("settings", argv);
+        return tovrin::runWindowCommand(argv[1], argv);
     }
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         printVersion();

@@ -1,5 +1,7 @@
 #include "app/desktop/AppCoordinator.h"
 
+#include "app/desktop/DesktopDisplayFacts.h"
+#include "core/BuildInfo.h"
 #include "core/UserPaths.h"
 #include "platform/linux/InstallationPaths.h"
 
@@ -24,7 +26,18 @@ AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
       m_updater([](const std::string& address) {
           QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
       }),
-      m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences) {}
+      m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences),
+      m_telemetryClients(loop, m_alerts->http(), clock, desktopDisplayFacts),
+      m_analytics(m_tracking.preferences,
+                  TelemetryAnalyticsReporter::configuredAppID(BuildInfo::telemetryAppId), loop,
+                  [this](const std::string& appID) { return m_telemetryClients.make(appID); }),
+      m_feedbackSubmitter(m_alerts->http(), NetlifyFeedbackSubmitter::submitURL(BuildInfo::feedbackEndpoint,
+                                                                                BuildInfo::website)),
+      m_feedback(m_feedbackSubmitter, m_analytics) {}
+
+AppCoordinator::~AppCoordinator() {
+    m_telemetryClients.terminate();
+}
 
 std::filesystem::path AppCoordinator::statusDirectory() {
     return UserPaths::statusDirectory();
@@ -53,6 +66,8 @@ void AppCoordinator::start() {
     m_chipController.evaluateVisibility();
 
     m_hotkey.start();
+
+    m_analytics.start();
 }
 
 } // namespace tovrin

@@ -12,8 +12,12 @@
 #include "platform/x11/XcbChipPinner.h"
 #include "services/LoginItemManager.h"
 #include "services/UpdaterManager.h"
+#include "services/feedback/FeedbackViewModel.h"
+#include "services/feedback/NetlifyFeedbackSubmitter.h"
 #include "services/hotkey/GlobalHotkeyManager.h"
 #include "services/hotkey/KeyboardShortcuts.h"
+#include "services/telemetry/TelemetryAnalyticsReporter.h"
+#include "services/telemetry/TelemetryClientFactory.h"
 #include "ui/viewmodels/MenuBarViewModel.h"
 #include "ui/views/FloatingChipWindowController.h"
 
@@ -27,11 +31,14 @@ namespace tovrin {
 class AppCoordinator {
 public:
     AppCoordinator(MainLoop& loop, const Clock& clock);
+    // A normal end (Quit, logout, SIGTERM): the telemetry client keeps its queue for the next run.
+    ~AppCoordinator();
     AppCoordinator(const AppCoordinator&) = delete;
     AppCoordinator& operator=(const AppCoordinator&) = delete;
 
     // Runs once, when the tray icon first shows: status folder, banner authorization, the session
-    // pipeline with its first pass (alerts for sessions already waiting), the chip, then its shortcut.
+    // pipeline with its first pass (alerts for sessions already waiting), the chip, its shortcut, then
+    // analytics.
     void start();
 
     static std::filesystem::path statusDirectory();
@@ -41,6 +48,7 @@ public:
     MenuBarViewModel& menuViewModel() { return m_menuViewModel; }
     LoginItemManager& loginItems() { return m_loginItems; }
     TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
+    FeedbackViewModel& feedback() { return m_feedback; }
     FloatingChipWindowController& chipController() { return m_chipController; }
     KeyboardShortcuts& shortcuts() { return m_shortcuts; }
     UpdaterManager& updater() { return m_updater; }
@@ -64,6 +72,10 @@ private:
     GlobalHotkeyManager m_hotkey;
     UpdaterManager m_updater;
     TelegramSettingsViewModel m_telegramSettings;
+    TelemetryClientFactory m_telemetryClients; // outlives the client it builds
+    TelemetryAnalyticsReporter m_analytics;
+    NetlifyFeedbackSubmitter m_feedbackSubmitter;
+    FeedbackViewModel m_feedback;
     Subscriptions m_cancellables;
     bool m_started = false;
 };

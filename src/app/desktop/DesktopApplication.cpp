@@ -4,6 +4,7 @@
 #include "app/desktop/DesktopEnvironment.h"
 #include "ui/theme/AppBrandIcon.h"
 #include "ui/views/AboutView.h"
+#include "ui/views/FeedbackView.h"
 #include "ui/views/settings/PreferencesView.h"
 
 #include <QIcon>
@@ -24,6 +25,7 @@ DesktopApplication::DesktopApplication(int& argc, char** argv)
       m_shell(m_coordinator, DesktopWindows{
                                  .about = [this] { return new AboutView(m_coordinator.updater()); },
                                  .settings = [this] { return makeSettingsWindow(); },
+                                 .feedback = [this] { return new FeedbackView(m_coordinator.feedback()); },
                              }) {
     QApplication::setApplicationName(QStringLiteral("tovrin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.tovrin.Tovrin"));

@@ -4,6 +4,7 @@
 #include "platform/dbus/WindowRequests.h"
 #include "ui/theme/ForgeTheme.h"
 #include "ui/views/AboutView.h"
+#include "ui/views/FeedbackView.h"
 #include "ui/views/Openers.h"
 #include "ui/views/PanelWindow.h"
 #include "ui/views/StatusItemIcon.h"
@@ -47,6 +48,7 @@ DesktopShell::DesktopShell(AppCoordinator& coordinator, DesktopWindows windows)
     m_menu->setStyleSheet(menuStyle());
     m_menu->addAction(QStringLiteral("Show sessions"), [this] { openPanel(); });
     m_menu->addAction(QStringLiteral("Settings"), [this] { openSettings(); });
+    m_menu->addAction(QStringLiteral("Send feedback"), [this] { openFeedback(); });
     m_menu->addAction(QStringLiteral("About Tovrin"), [this] { openAbout(); });
     m_menu->addSeparator();
     m_menu->addAction(QStringLiteral("Quit Tovrin"), [] { QApplication::quit(); });
@@ -65,6 +67,7 @@ DesktopShell::~DesktopShell() {
 void DesktopShell::launch() {
     openers().about.action = [this] { openAbout(); };
     openers().settings.action = [this] { openSettings(); };
+    openers().feedback.action = [this] { openFeedback(); };
     m_requests =
         std::make_unique<WindowRequestService>([this](const std::string& window) { return show(window); });
     // Without a session bus, `tovrin settings` can't reach this copy; everything else works.
@@ -102,6 +105,15 @@ void DesktopShell::openSettings() {
     m_settings->present();
 }
 
+void DesktopShell::openFeedback() {
+    m_coordinator.feedback().reset();
+    if (!m_feedback || !m_feedback->isVisible()) {
+        m_feedback = m_windows.feedback();
+        m_feedback->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_feedback->present();
+}
+
 bool DesktopShell::show(const std::string& window) {
     if (window == "sessions") {
         openPanel();
@@ -109,6 +121,8 @@ bool DesktopShell::show(const std::string& window) {
         openSettings();
     } else if (window == "about") {
         openAbout();
+    } else if (window == "feedback") {
+        openFeedback();
     } else {
         return false;
     }

@@ -15,6 +15,7 @@ namespace tovrin {
 
 class AboutView;
 class AppCoordinator;
+class FeedbackView;
 class PanelWindow;
 class PreferencesView;
 class StatusItemIcon;
@@ -24,6 +25,7 @@ class WindowRequestService;
 struct DesktopWindows {
     std::function<AboutView*()> about;
     std::function<PreferencesView*()> settings;
+    std::function<FeedbackView*()> feedback;
 };
 
 // What stands in for the menu bar on a Linux desktop: the tray icon with its panel, and the windows
@@ -41,8 +43,10 @@ public:
     void openPanel();
     void openAbout();
     void openSettings();
-    // A window asked for by name from outside ("sessions", "settings", "about"); false for a name
-    // it doesn't know.
+    // Each opening starts from an empty form.
+    void openFeedback();
+    // A window asked for by name from outside ("sessions", "settings", "about", "feedback"); false
+    // for a name it doesn't know.
     bool show(const std::string& window);
     PanelWindow& panel() { return *m_panel; }
 
@@ -54,6 +58,7 @@ private:
     DesktopWindows m_windows;
     QPointer<AboutView> m_about;
     QPointer<PreferencesView> m_settings;
+    QPointer<FeedbackView> m_feedback;
     std::unique_ptr<PanelWindow> m_panel;
     std::unique_ptr<QMenu> m_menu;
     QSystemTrayIcon m_tray;

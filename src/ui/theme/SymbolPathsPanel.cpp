@@ -3,7 +3,7 @@
 #include <QRectF>
 #include <QTransform>
 
-// The glyphs of the panel's buttons and rows and of the floating chip.
+// The glyphs of the panel's buttons and rows, of the floating chip and of the windows they open.
 namespace tovrin::SymbolPaths {
 
 namespace {
@@ -124,6 +124,19 @@ QPainterPath questionmarkCircleFill() {
     return circle({12, 12}, 10).subtracted(mark);
 }
 
+QPainterPath checkmarkSealFill() {
+    // A disc with a scalloped rim, the check cut out of it.
+    QPainterPath seal = circle({12, 12}, 8.4);
+    constexpr int scallops = 12;
+    for (int i = 0; i < scallops; ++i) {
+        QTransform turn;
+        turn.translate(12, 12);
+        turn.rotate(360.0 * i / scallops);
+        seal = seal.united(turn.map(circle({0, -8.6}, 2.6)));
+    }
+    return seal.subtracted(stroked(polyline({{7.8, 12.4}, {10.8, 15.3}, {16.3, 9.3}}), 2.3));
+}
+
 } // namespace
 
 std::span<const NamedPath> panelPaths() {
@@ -141,6 +154,7 @@ std::span<const NamedPath> panelPaths() {
         {"chevron.down", chevronDown},
         {"arrow.up.right.square", arrowUpRightSquare},
         {"questionmark.circle.fill", questionmarkCircleFill},
+        {"checkmark.seal.fill", checkmarkSealFill},
     };
     return paths;
 }

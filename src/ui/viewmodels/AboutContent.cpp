@@ -16,8 +16,13 @@ std::string_view withoutScheme(std::string_view site) {
 } // namespace
 
 std::string versionLine(std::string_view version, std::string_view build) {
-    return "Version " + std::string(version.empty() ? "1.0" : version) + " (" +
-           std::string(build.empty() ? "1" : build) + ")";
+    return "Version " + versionAndBuild(version, build, "1.0", "1");
+}
+
+std::string versionAndBuild(std::string_view version, std::string_view build, std::string_view noVersion,
+                            std::string_view noBuild) {
+    return std::string(version.empty() ? noVersion : version) + " (" +
+           std::string(build.empty() ? noBuild : build) + ")";
 }
 
 std::string websiteName(std::string_view site) {

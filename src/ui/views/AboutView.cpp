@@ -7,15 +7,13 @@
 #include "ui/theme/SoftGlow.h"
 #include "ui/viewmodels/AboutContent.h"
 #include "ui/views/ChangeRelay.h"
+#include "ui/views/SmallWindow.h"
 
-#include <QCursor>
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace tovrin {
@@ -45,26 +43,6 @@ protected:
         if (!image.isNull()) painter.drawPixmap(rect(), image, image.rect());
     }
 };
-
-QLabel* textLine(const QString& text, const QFont& font, const Color& color, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setFont(font);
-    label->setAlignment(Qt::AlignHCenter);
-    label->setStyleSheet(QStringLiteral("color: %1; background: transparent;").arg(rgba(color)));
-    return label;
-}
-
-QString emberButtonStyle() {
-    return QStringLiteral("QPushButton { color: %1; background: %2; border: 1px solid %3; border-radius: 6px;"
-                          " padding: 4px 14px; }"
-                          "QPushButton:hover { background: %4; }"
-                          "QPushButton:focus { border-color: %1; }"
-                          "QPushButton:pressed { background: %5; }"
-                          "QPushButton:disabled { color: %6; background: %7; border-color: %8; }")
-        .arg(rgba(ForgeTheme::ember), rgba(ForgeTheme::ember, 0.14), rgba(ForgeTheme::ember, 0.45),
-             rgba(ForgeTheme::ember, 0.22), rgba(ForgeTheme::ember, 0.3), rgba(ForgeTheme::ashDim),
-             rgba(ForgeTheme::edge, 0.35), rgba(ForgeTheme::edge));
-}
 
 QString linkStyle() {
     return QStringLiteral("QPushButton { color: %1; background: transparent; border: none; padding: 0; }"
@@ -98,15 +76,15 @@ AboutView::AboutView(UpdaterManager& updater, OpenUrl openUrl, QWidget* parent)
     titles->setSpacing(6);
     QFont engraved = ForgeStyle::engraved(22, QFont::DemiBold);
     engraved.setLetterSpacing(QFont::AbsoluteSpacing, 3);
-    titles->addWidget(textLine(QStringLiteral("TOVRIN"), engraved, ForgeTheme::bronze, this));
+    titles->addWidget(SmallWindow::textLine(QStringLiteral("TOVRIN"), engraved, ForgeTheme::bronze, this));
     const std::string version = AboutContent::versionLine(BuildInfo::version, BuildInfo::buildNumber);
-    titles->addWidget(
-        textLine(QString::fromStdString(version), ForgeStyle::systemFont(12), ForgeTheme::ashDim, this));
+    titles->addWidget(SmallWindow::textLine(QString::fromStdString(version), ForgeStyle::systemFont(12),
+                                            ForgeTheme::ashDim, this));
     column->addLayout(titles);
 
     QFont italic = ForgeStyle::systemFont(14);
     italic.setItalic(true);
-    QLabel* motto = textLine(
+    QLabel* motto = SmallWindow::textLine(
         QString::fromUtf8(AboutContent::motto.data(), static_cast<qsizetype>(AboutContent::motto.size())),
         italic, ForgeTheme::ash, this);
     motto->setWordWrap(true);
@@ -116,7 +94,7 @@ AboutView::AboutView(UpdaterManager& updater, OpenUrl openUrl, QWidget* parent)
     column->addSpacing(4);
     m_updateButton = new QPushButton(QStringLiteral("Check for Updates…"), this);
     m_updateButton->setFont(ForgeStyle::systemFont(13));
-    m_updateButton->setStyleSheet(emberButtonStyle());
+    m_updateButton->setStyleSheet(SmallWindow::borderedButtonStyle());
     m_updateButton->setCursor(Qt::PointingHandCursor);
     connect(m_updateButton, &QPushButton::clicked, this, [this] { m_updater.checkForUpdates(); });
     column->addWidget(m_updateButton, 0, Qt::AlignHCenter);
@@ -143,13 +121,7 @@ void AboutView::followUpdater() {
 }
 
 void AboutView::present() {
-    adjustSize();
-    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen) screen = QGuiApplication::primaryScreen();
-    if (screen) move(screen->availableGeometry().center() - rect().center());
-    show();
-    raise();
-    activateWindow();
+    SmallWindow::presentCentred(*this);
 }
 
 void AboutView::keyPressEvent(QKeyEvent* event) {

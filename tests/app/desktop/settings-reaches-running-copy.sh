@@ -1,6 +1,7 @@
 #!/bin/sh
 # `tovrin settings` brings the window forward in the tray application that runs, starting one
-# only when none does, and never a second: on a private session bus and X server.
+# only when none does, and never a second; `tovrin feedback` reaches the same copy. On a private
+# session bus and X server.
 # Usage: settings-reaches-running-copy.sh <tovrin>. Exits 77 (skipped) without the tools.
 set -eu
 for tool in xvfb-run xauth dbus-run-session pgrep xdotool openbox; do
@@ -32,9 +33,9 @@ exec xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" dbus-run-session -- sh
     [ "$(copies)" = 1 ] || fail "expected one tray application after the first request, found $(copies)"
 
     # xdotool gives up on an X error, which a window closing under it causes: each check is retried.
-    visible() { xdotool search --onlyvisible --name "^Tovrin Settings\$" >/dev/null 2>&1; }
+    visible() { xdotool search --onlyvisible --name "^${1:-Tovrin Settings}\$" >/dev/null 2>&1; }
     shown() {
-        for _ in $(seq 100); do visible && return 0; sleep 0.1; done
+        for _ in $(seq 100); do visible "$@" && return 0; sleep 0.1; done
         return 1
     }
     # Closed the way a user does: Alt+F4, which the window manager takes once the window is active. A
@@ -54,6 +55,8 @@ exec xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" dbus-run-session -- sh
         timeout 20 "$tovrin" settings || fail "request $i was not answered"
         shown || fail "request $i showed no settings window"
     done
+    timeout 20 "$tovrin" feedback || fail "the feedback request was not answered"
+    shown "Tovrin Feedback" || fail "the feedback request showed no feedback window"
     sleep 1
     [ "$(copies)" = 1 ] || fail "expected still one tray application, found $(copies)"
     echo "ok: one tray application answered every request"

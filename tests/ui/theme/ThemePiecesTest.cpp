@@ -38,7 +38,8 @@ const char* const allSymbols[] = {"eye",
                                   "cursorarrow.rays",
                                   "chevron.left.forwardslash.chevron.right",
                                   "sparkles",
-                                  "questionmark.circle.fill"};
+                                  "questionmark.circle.fill",
+                                  "checkmark.seal.fill"};
 
 QByteArray encoded(const QColor& color, const char* format) {
     QImage image(16, 16, QImage::Format_RGB32);
@@ -51,7 +52,7 @@ QByteArray encoded(const QColor& color, const char* format) {
 }
 
 TEST(SymbolsTest, EveryNameDrawsItsOwnGlyphAndUnknownNamesFallBackToTheQuestionMark) {
-    QImage sheet(40 * 6, 40 * 3, QImage::Format_ARGB32_Premultiplied);
+    QImage sheet(40 * 6, 40 * 4, QImage::Format_ARGB32_Premultiplied);
     sheet.fill(ForgeStyle::qColor(ForgeTheme::ironBottom));
     std::set<QByteArray> drawn;
     int index = 0;

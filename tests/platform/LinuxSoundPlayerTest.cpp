@@ -249,15 +249,14 @@ TEST_F(LinuxSoundPlayerOnNullSink, ThePlayerProgramPlaysToTheEnd) {
 TEST_F(LinuxSoundPlayerOnNullSink, ANewSoundCutsTheOldOneShort) {
     const fs::path longTone = writeTone(dir.path() / "long.wav", 4.0);
     const fs::path shortTone = writeTone(dir.path() / "short.wav", 0.2);
-    const auto started = Steady::now();
     const pid_t longPlayer = startPlayer({longTone.string()});
     ASSERT_GT(longPlayer, 0);
     // Long enough for it to reach the server, whose start may be slow under load.
     std::this_thread::sleep_for(800ms);
 
     EXPECT_EQ(runPlayer({shortTone.string()}).status, finished);
+    // Its own end comes only after four seconds; being stopped is the proof, not a stopwatch.
     EXPECT_EQ(exitStatus(longPlayer), interrupted);
-    EXPECT_LT(Steady::now() - started, 3500ms);
 }
 
 // The sound theme's files are Ogg Vorbis, decoded by a library loaded for them; a floating-point
@@ -282,9 +281,9 @@ TEST_F(LinuxSoundPlayerOnNullSink, PlayReturnsAtOnceAndTheChildIsReapedWhenTheSo
 
     const auto started = Steady::now();
     player.play(tone);
-    EXPECT_LT(Steady::now() - started, 200ms) << "play() waited for the sound";
 
-    // A child that could not play would end at once; this one lasts as long as the sound.
+    // Still playing after play() returned, so play() did not wait for it; a child that could not
+    // play would have ended at once.
     std::this_thread::sleep_for(400ms);
     const auto playing = playerChildren();
     ASSERT_EQ(playing.size(), 1u);

@@ -38,6 +38,8 @@ public:
     SecretStoring& secrets() { return *m_secrets.store; }
     const ChosenSecretStore& secretStore() const { return m_secrets; }
     TelegramMessaging& messenger() { return m_messenger; }
+    // The application's one HTTP client.
+    HttpClient& http() { return m_http; }
     const SoundCatalog& soundCatalog() const { return m_catalog; }
     SoundPlayer& player() { return m_player; }
 

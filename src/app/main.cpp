@@ -1,6 +1,7 @@
 #include "app/cli/HooksCommand.h"
 #include "app/cli/StatusCommand.h"
 #include "app/cli/TelegramCommand.h"
+#include "app/cli/UpdateCommand.h"
 #include "app/cli/WatchCommand.h"
 #include "app/cli/WindowCommand.h"
 #include "platform/linux/InstallationPaths.h"
@@ -28,6 +29,8 @@ constexpr const char* usage =
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
+    "  update            install the newest release (self-contained installations)\n"
+    "  update --check    tell whether a newer release is available\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
 
@@ -59,6 +62,8 @@ int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
+    if (argc >= 2 && std::strcmp(argv[1], "update") == 0)
+        return tovrin::runUpdateCommand(argc, argv, tovrin::UpdateConfiguration::ofThisBuild());
     if (argc == 2 && std::strcmp(argv[1], "settings") == 0) {
         if (!hasDisplay()) return startDesktop(argv);
         return tovrin::runWindowCommand("settings", argv);

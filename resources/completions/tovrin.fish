@@ -1,6 +1,6 @@
 # fish completion for tovrin
 
-set -l commands status hooks watch telegram settings feedback help
+set -l commands status hooks watch telegram settings feedback update help
 set -l hook_ids claude-code codex copilot-cli vscode cursor antigravity
 
 complete -c tovrin -f
@@ -12,6 +12,7 @@ complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a watch -d 'A
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a telegram -d 'Link a Telegram chat for alerts'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a settings -d 'Open the settings window'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a feedback -d 'Open the feedback window'
+complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a update -d 'Install the newest release'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a help -d 'Print a summary of the commands'
 
 complete -c tovrin -n "__fish_seen_subcommand_from status; and not __fish_seen_argument -l json -l follow" -l json -d 'Print the list as JSON'
@@ -25,3 +26,4 @@ complete -c tovrin -n "__fish_seen_subcommand_from hooks; and not __fish_seen_su
 complete -c tovrin -n "__fish_seen_subcommand_from hooks; and __fish_seen_subcommand_from install uninstall; and not __fish_seen_subcommand_from $hook_ids" -a "$hook_ids"
 
 complete -c tovrin -n "__fish_seen_subcommand_from telegram; and not __fish_seen_subcommand_from setup" -a setup -d 'Link a Telegram chat step by step'
+complete -c tovrin -n "__fish_seen_subcommand_from update; and not __fish_seen_argument -l check" -l check -d 'Tell whether a newer release is available'

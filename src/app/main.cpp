@@ -1,6 +1,7 @@
 #include "app/cli/HooksCommand.h"
 #include "app/cli/StatusCommand.h"
 #include "app/cli/TelegramCommand.h"
+#include "app/cli/UpdateCommand.h"
 #include "app/cli/WatchCommand.h"
 #include "app/cli/WindowCommand.h"
 #include "core/BuildInfo.h"
@@ -32,6 +33,8 @@ constexpr const char* usage =
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
     "  feedback          open the feedback window (in the running tray application)\n"
+    "  update            install the newest release (self-contained installations)\n"
+    "  update --check    tell whether a newer release is available\n"
     "  --version         print the version and build number\n"
     "\n"
     "Without a command, Tovrin starts in the system tray.\n";
@@ -72,6 +75,8 @@ int main(int argc, char** argv) {
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
+    if (argc >= 2 && std::strcmp(argv[1], "update") == 0)
+        return tovrin::runUpdateCommand(argc, argv, tovrin::UpdateConfiguration::ofThisBuild());
     if (argc == 2 && (std::strcmp(argv[1], "settings") == 0 || std::strcmp(argv[1], "feedback") == 0)) {
         if (!hasDisplay()) return startDesktop(argv);
         return tovrin::runWindowCommand(argv[1], argv);

@@ -4,9 +4,9 @@
 #include "core/BuildInfo.h"
 #include "core/UserPaths.h"
 #include "platform/linux/InstallationPaths.h"
+#include "platform/qt/QtAppcastReader.h"
 
-#include <QDesktopServices>
-#include <QUrl>
+#include <QCoreApplication>
 
 namespace tovrin {
 
@@ -23,9 +23,17 @@ AppCoordinator::AppCoordinator(MainLoop& loop, const Clock& clock)
       m_globalShortcuts(
           makeGlobalShortcuts([](const Shortcut&) { return std::string("Show or hide the floating chip"); })),
       m_shortcuts(m_tracking.defaults, *m_globalShortcuts), m_hotkey(m_tracking.preferences, m_shortcuts),
-      m_updater([](const std::string& address) {
-          QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
-      }),
+      m_updater(UpdateConfiguration::ofThisBuild(),
+                {.http = m_alerts->http(),
+                 .reader = std::make_shared<QtAppcastReader>(),
+                 .defaults = m_tracking.defaults},
+                InstallationPaths::prefixDir(),
+                // Found now: once the update is in place, this process's own path leads nowhere.
+                [this, desktop = InstallationPaths::desktopExecutable()] {
+                    if (!desktop) return;
+                    m_relaunchExecutable = desktop;
+                    QCoreApplication::quit();
+                }),
       m_telegramSettings(m_alerts->messenger(), m_alerts->secrets(), m_tracking.preferences),
       m_telemetryClients(loop, m_alerts->http(), clock, desktopDisplayFacts),
       m_analytics(m_tracking.preferences,

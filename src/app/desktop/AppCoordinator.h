@@ -23,6 +23,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 namespace tovrin {
 
@@ -52,6 +53,8 @@ public:
     FloatingChipWindowController& chipController() { return m_chipController; }
     KeyboardShortcuts& shortcuts() { return m_shortcuts; }
     UpdaterManager& updater() { return m_updater; }
+    // The tray application to start once this one has ended, after an installed update.
+    const std::optional<std::filesystem::path>& relaunchExecutable() const { return m_relaunchExecutable; }
     AlertServices& alerts() { return *m_alerts; }
     FocusServices& focus() { return *m_focus; }
     bool started() const { return m_started; }
@@ -71,6 +74,7 @@ private:
     KeyboardShortcuts m_shortcuts;
     GlobalHotkeyManager m_hotkey;
     UpdaterManager m_updater;
+    std::optional<std::filesystem::path> m_relaunchExecutable;
     TelegramSettingsViewModel m_telegramSettings;
     TelemetryClientFactory m_telemetryClients; // outlives the client it builds
     TelemetryAnalyticsReporter m_analytics;

@@ -3,9 +3,13 @@
 #include "platform/dbus/WindowRequests.h"
 
 #include <QCoreApplication>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -38,8 +42,21 @@ int main(int argc, char** argv) {
                      window.c_str());
         return 1;
     }
-    DesktopApplication application(argc, argv);
-    application.launch();
-    if (!window.empty()) application.shell().show(window);
-    return application.exec();
+    std::optional<std::filesystem::path> relaunch;
+    int status = 0;
+    {
+        DesktopApplication application(argc, argv);
+        application.launch();
+        if (!window.empty()) application.shell().show(window);
+        status = application.exec();
+        relaunch = application.coordinator().relaunchExecutable();
+    }
+    // After an update: the new version takes over this process once the old one has shut down; the
+    // instance lock closes on exec, so it finds the lock free.
+    if (relaunch) {
+        ::execl(relaunch->c_str(), relaunch->c_str(), static_cast<char*>(nullptr));
+        std::fprintf(stderr, "Tovrin: cannot start %s: %s\n", relaunch->c_str(), std::strerror(errno));
+        return 1;
+    }
+    return status;
 }

@@ -96,7 +96,11 @@ AboutView::AboutView(UpdaterManager& updater, OpenUrl openUrl, QWidget* parent)
     m_updateButton->setFont(ForgeStyle::systemFont(13));
     m_updateButton->setStyleSheet(SmallWindow::borderedButtonStyle());
     m_updateButton->setCursor(Qt::PointingHandCursor);
-    connect(m_updateButton, &QPushButton::clicked, this, [this] { m_updater.checkForUpdates(); });
+    connect(m_updateButton, &QPushButton::clicked, this, [this] {
+        m_updater.checkForUpdates();
+        if (!m_updateDialog) m_updateDialog = new UpdateDialog(m_updater, this);
+        m_updateDialog->present();
+    });
     column->addWidget(m_updateButton, 0, Qt::AlignHCenter);
 
     const std::string site = AboutContent::websiteName(BuildInfo::website);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "ui/views/UpdateDialog.h"
+
+#include <QPointer>
 #include <QUrl>
 #include <QWidget>
 #include <functional>
@@ -25,6 +28,7 @@ public:
 
     QPushButton* updateButton() const { return m_updateButton; }
     QPushButton* websiteLink() const { return m_websiteLink; }
+    UpdateDialog* updateDialog() const { return m_updateDialog; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,6 +42,7 @@ private:
     QWidget* m_icon = nullptr;
     QPushButton* m_updateButton = nullptr;
     QPushButton* m_websiteLink = nullptr;
+    QPointer<UpdateDialog> m_updateDialog;
 };
 
 } // namespace tovrin

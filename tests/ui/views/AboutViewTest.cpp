@@ -1,11 +1,14 @@
 #include "ui/views/AboutView.h"
 
 #include "core/BuildInfo.h"
+#include "core/MemoryDefaultsStore.h"
 #include "services/UpdaterManager.h"
+#include "support/FakeHttpClient.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
 #include "ui/theme/ForgeTheme.h"
 #include "ui/viewmodels/AboutContent.h"
+#include "ui/views/UpdateDialog.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -16,11 +19,25 @@
 namespace tovrin {
 namespace {
 
+// Reads any feed as one release, 2.0.0.
+struct OneRelease final : AppcastReading {
+    Result<std::vector<AppcastItem>, std::string> read(std::string_view) const override {
+        return std::vector<AppcastItem>{{.version = "60",
+                                         .shortVersion = "2.0.0",
+                                         .notes = "<p>Faster <b>alerts</b>.</p>",
+                                         .url = "https://tovrin.app/tovrin.tar.gz",
+                                         .length = 100,
+                                         .signature = "c2lnbmF0dXJl"}};
+    }
+};
+
 struct AboutFixture : ::testing::Test {
-    std::vector<std::string> openedByUpdater;
+    test::FakeHttpClient http;
+    MemoryDefaultsStore defaults;
     std::vector<QUrl> openedLinks;
-    UpdaterManager::OpenAddress recordOpen() {
-        return [this](const std::string& address) { openedByUpdater.push_back(address); };
+    UpdaterManager makeUpdater(std::string key) {
+        return UpdaterManager({"https://tovrin.app/appcast.xml", std::move(key), "1.4.2", "57"},
+                              {http, std::make_shared<OneRelease>(), defaults}, std::nullopt, {});
     }
     AboutView::OpenUrl recordLink() {
         return [this](const QUrl& url) { openedLinks.push_back(url); };
@@ -28,7 +45,7 @@ struct AboutFixture : ::testing::Test {
 };
 
 TEST_F(AboutFixture, ShowsTheBrandVersionAndMottoOnIron) {
-    UpdaterManager updater("", "", recordOpen());
+    UpdaterManager updater = makeUpdater("");
     AboutView about(updater, recordLink());
     about.adjustSize();
     EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tovrin"));
@@ -54,11 +71,11 @@ TEST_F(AboutFixture, ShowsTheBrandVersionAndMottoOnIron) {
 }
 
 TEST_F(AboutFixture, TheUpdateButtonFollowsWhetherTheUpdaterCanCheck) {
-    UpdaterManager unconfigured("https://tovrin.app/download", "PUT-YOUR-KEY-HERE", recordOpen());
+    UpdaterManager unconfigured = makeUpdater("PUT-YOUR-KEY-HERE");
     AboutView about(unconfigured, recordLink());
     EXPECT_FALSE(about.updateButton()->isEnabled());
     about.updateButton()->click();
-    EXPECT_TRUE(openedByUpdater.empty());
+    EXPECT_TRUE(http.requests().empty());
 
     unconfigured.canCheckForUpdates.set(true);
     test::settleEvents();
@@ -69,18 +86,46 @@ TEST_F(AboutFixture, TheUpdateButtonFollowsWhetherTheUpdaterCanCheck) {
 }
 
 TEST_F(AboutFixture, AConfiguredUpdaterChecksAndTheLinkOpensTheSite) {
-    UpdaterManager updater("https://tovrin.app/download", "real-key", recordOpen());
+    UpdaterManager updater = makeUpdater("pfIShU4dEXqPd5ObYNfDBiQWcXozk7estwzTnF9BamQ=");
     AboutView about(updater, recordLink());
     ASSERT_TRUE(about.updateButton()->isEnabled());
     test::saveArtifact(about.grab().toImage(), QStringLiteral("about-window-can-check"));
     about.updateButton()->click();
-    EXPECT_EQ(openedByUpdater, std::vector<std::string>{"https://tovrin.app/download"});
+    ASSERT_EQ(http.requests().size(), 1u);
+    EXPECT_EQ(http.requests()[0].url, "https://tovrin.app/appcast.xml");
+    ASSERT_NE(about.updateDialog(), nullptr);
+    EXPECT_TRUE(about.updateDialog()->isVisible());
 
     if (AboutContent::websiteName(BuildInfo::website).empty()) GTEST_SKIP() << "this build names no web site";
     ASSERT_NE(about.websiteLink(), nullptr);
     about.websiteLink()->click();
     ASSERT_EQ(openedLinks.size(), 1u);
     EXPECT_EQ(openedLinks.front().toString().toStdString(), AboutContent::websiteAddress(BuildInfo::website));
+}
+
+TEST_F(AboutFixture, TheUpdateDialogOffersTheReleaseAndSkippingItClosesTheDialog) {
+    UpdaterManager updater = makeUpdater("pfIShU4dEXqPd5ObYNfDBiQWcXozk7estwzTnF9BamQ=");
+    AboutView about(updater, recordLink());
+    about.updateButton()->click();
+    const QPointer<UpdateDialog> dialog = about.updateDialog();
+    ASSERT_TRUE(dialog);
+    http.respond(200, "feed");
+    test::settleEvents();
+
+    QStringList texts;
+    for (const QLabel* label : dialog->findChildren<QLabel*>())
+        texts << label->text();
+    EXPECT_TRUE(texts.contains(QStringLiteral("Tovrin 2.0.0 is available.")))
+        << texts.join('|').toStdString();
+    EXPECT_FALSE(dialog->installButton()->isVisible()) << "no installation here replaces itself";
+    EXPECT_TRUE(dialog->laterButton()->isVisible());
+    EXPECT_FALSE(dialog->doneButton()->isVisible());
+    test::saveArtifact(dialog->grab().toImage(), QStringLiteral("update-dialog-offer"));
+
+    dialog->skipButton()->click();
+    test::settleEvents();
+    EXPECT_EQ(defaults.object("skippedUpdateVersion"), nlohmann::json("60"));
+    EXPECT_TRUE(!dialog || !dialog->isVisible());
 }
 
 } // namespace

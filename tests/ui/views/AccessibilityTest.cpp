@@ -1,5 +1,7 @@
 #include "core/BuildInfo.h"
+#include "core/MemoryDefaultsStore.h"
 #include "services/UpdaterManager.h"
+#include "support/FakeHttpClient.h"
 #include "support/MenuModelFixture.h"
 #include "support/QtEventLoopTest.h"
 #include "support/SettleEvents.h"
@@ -99,7 +101,9 @@ protected:
     std::vector<SessionRowView*> panelRows() const { return panel->content()->sessionList()->rows(); }
 
     test::MenuModelFixture fixture;
-    UpdaterManager updater{"", "", [](const std::string&) {}};
+    test::FakeHttpClient http;
+    MemoryDefaultsStore updateDefaults;
+    UpdaterManager updater{UpdateConfiguration{}, {http, nullptr, updateDefaults}, std::nullopt, {}};
     std::vector<std::string> pressed;
     std::unique_ptr<PanelWindow> panel;
     std::unique_ptr<FloatingChipPanel> chip;

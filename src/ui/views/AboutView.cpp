@@ -8,6 +8,7 @@
 #include "ui/viewmodels/AboutContent.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/SmallWindow.h"
+#include "ui/views/settings/SettingsStyle.h"
 
 #include <QDesktopServices>
 #include <QKeyEvent>
@@ -22,11 +23,6 @@ namespace {
 
 constexpr int columnWidth = 335;
 constexpr int iconSide = 96;
-
-QString rgba(const Color& color, double opacity = 1) {
-    const QColor c = ForgeStyle::qColor(color, opacity);
-    return QStringLiteral("rgba(%1, %2, %3, %4)").arg(c.red()).arg(c.green()).arg(c.blue()).arg(c.alphaF());
-}
 
 // The brand image at its size; its ember glow is painted by the window behind it, so that the glow
 // can spread past the image's own frame.
@@ -47,7 +43,7 @@ protected:
 QString linkStyle() {
     return QStringLiteral("QPushButton { color: %1; background: transparent; border: none; padding: 0; }"
                           "QPushButton:hover, QPushButton:focus { text-decoration: underline; }")
-        .arg(rgba(ForgeTheme::bronze));
+        .arg(SettingsStyle::cssColor(ForgeTheme::bronze));
 }
 
 } // namespace
@@ -58,11 +54,7 @@ AboutView::AboutView(UpdaterManager& updater, OpenUrl openUrl, QWidget* parent)
     setObjectName(QStringLiteral("about"));
     if (!m_openUrl) m_openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); };
 
-    QPalette dark = palette();
-    dark.setColor(QPalette::Window, ForgeStyle::qColor(ForgeTheme::ironBottom));
-    dark.setColor(QPalette::WindowText, ForgeStyle::qColor(ForgeTheme::ash));
-    dark.setColor(QPalette::ButtonText, ForgeStyle::qColor(ForgeTheme::ash));
-    setPalette(dark);
+    SmallWindow::useForgePalette(*this);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(36, 32, 36, 28);

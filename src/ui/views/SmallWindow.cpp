@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPalette>
 #include <QScreen>
 #include <QWidget>
 
@@ -23,16 +24,23 @@ void presentCentred(QWidget& window) {
     window.activateWindow();
 }
 
-QString borderedButtonStyle() {
+void useForgePalette(QWidget& window) {
+    QPalette dark = window.palette();
+    dark.setColor(QPalette::Window, ForgeStyle::qColor(ForgeTheme::ironBottom));
+    dark.setColor(QPalette::WindowText, ForgeStyle::qColor(ForgeTheme::ash));
+    dark.setColor(QPalette::ButtonText, ForgeStyle::qColor(ForgeTheme::ash));
+    window.setPalette(dark);
+}
+
+QString borderedButtonStyle(const Color& tint) {
     return QStringLiteral("QPushButton { color: %1; background: %2; border: 1px solid %3; border-radius: 6px;"
                           " padding: 4px 14px; }"
                           "QPushButton:hover { background: %4; }"
                           "QPushButton:focus { border-color: %1; }"
                           "QPushButton:pressed { background: %5; }"
                           "QPushButton:disabled { color: %6; background: %7; border-color: %8; }")
-        .arg(cssColor(ForgeTheme::ember), cssColor(ForgeTheme::ember, 0.14),
-             cssColor(ForgeTheme::ember, 0.45), cssColor(ForgeTheme::ember, 0.22),
-             cssColor(ForgeTheme::ember, 0.3), cssColor(ForgeTheme::ashDim), cssColor(ForgeTheme::edge, 0.35),
+        .arg(cssColor(tint), cssColor(tint, 0.14), cssColor(tint, 0.45), cssColor(tint, 0.22),
+             cssColor(tint, 0.3), cssColor(ForgeTheme::ashDim), cssColor(ForgeTheme::edge, 0.35),
              cssColor(ForgeTheme::edge));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Color.h"
+#include "ui/theme/ForgeTheme.h"
 
 #include <QFont>
 #include <QString>
@@ -16,8 +17,11 @@ namespace tovrin::SmallWindow {
 // Shows the window at the centre of the screen under the pointer, in front.
 void presentCentred(QWidget& window);
 
-// A bordered button tinted ember: ember text on a faint ember wash.
-QString borderedButtonStyle();
+// The window's dark iron ground with ash text, for the window and what it holds.
+void useForgePalette(QWidget& window);
+
+// A bordered button in one tint, ember by default: tinted text on a faint wash of it.
+QString borderedButtonStyle(const Color& tint = ForgeTheme::ember);
 // The window's main action: white text on solid ember.
 QString prominentButtonStyle();
 // A button that is only its text, in ash.

@@ -4,16 +4,15 @@
 #include "ui/theme/ForgeTheme.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/QtText.h"
+#include "ui/views/SmallWindow.h"
+#include "ui/views/settings/SettingsStyle.h"
 
 #include <QCloseEvent>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -25,37 +24,18 @@ using Phase = UpdateStatus::Phase;
 constexpr int contentWidth = 420;
 constexpr int notesHeight = 220;
 
-QString rgba(const Color& color, double opacity = 1) {
-    const QColor c = ForgeStyle::qColor(color, opacity);
-    return QStringLiteral("rgba(%1, %2, %3, %4)").arg(c.red()).arg(c.green()).arg(c.blue()).arg(c.alphaF());
-}
-
-// Bordered and tinted: ember for the button that acts, ash for the others.
-QString buttonStyle(const Color& tint) {
-    return QStringLiteral("QPushButton { color: %1; background: %2; border: 1px solid %3; border-radius: 6px;"
-                          " padding: 4px 14px; }"
-                          "QPushButton:hover { background: %4; }"
-                          "QPushButton:focus { border-color: %1; }"
-                          "QPushButton:pressed { background: %5; }"
-                          "QPushButton:disabled { color: %6; background: %7; border-color: %8; }")
-        .arg(rgba(tint), rgba(tint, 0.14), rgba(tint, 0.45), rgba(tint, 0.22), rgba(tint, 0.3),
-             rgba(ForgeTheme::ashDim), rgba(ForgeTheme::edge, 0.35), rgba(ForgeTheme::edge));
-}
-
 QLabel* textLine(const QFont& font, const Color& color, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setFont(font);
+    QLabel* label = SmallWindow::textLine({}, font, color, parent, Qt::AlignLeft);
     label->setWordWrap(true);
     label->setFixedWidth(contentWidth);
     label->setTextFormat(Qt::PlainText);
-    label->setStyleSheet(QStringLiteral("color: %1; background: transparent;").arg(rgba(color)));
     return label;
 }
 
 QPushButton* button(const QString& text, const Color& tint, QWidget* parent) {
     auto* button = new QPushButton(text, parent);
     button->setFont(ForgeStyle::systemFont(13));
-    button->setStyleSheet(buttonStyle(tint));
+    button->setStyleSheet(SmallWindow::borderedButtonStyle(tint));
     button->setCursor(Qt::PointingHandCursor);
     return button;
 }
@@ -68,11 +48,7 @@ UpdateDialog::UpdateDialog(UpdaterManager& updater, QWidget* parent)
     setObjectName(QStringLiteral("update"));
     setAttribute(Qt::WA_DeleteOnClose);
 
-    QPalette dark = palette();
-    dark.setColor(QPalette::Window, ForgeStyle::qColor(ForgeTheme::ironBottom));
-    dark.setColor(QPalette::WindowText, ForgeStyle::qColor(ForgeTheme::ash));
-    dark.setColor(QPalette::ButtonText, ForgeStyle::qColor(ForgeTheme::ash));
-    setPalette(dark);
+    SmallWindow::useForgePalette(*this);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(28, 24, 28, 22);
@@ -89,10 +65,11 @@ UpdateDialog::UpdateDialog(UpdaterManager& updater, QWidget* parent)
     m_notes->setOpenExternalLinks(true);
     m_notes->setFixedSize(contentWidth, notesHeight);
     m_notes->setFont(ForgeStyle::systemFont(12));
-    m_notes->setStyleSheet(
-        QStringLiteral("QTextBrowser { color: %1; background: %2; border: 1px solid %3;"
-                       " border-radius: 6px; padding: 6px; }")
-            .arg(rgba(ForgeTheme::ash), rgba(ForgeTheme::ironBottom), rgba(ForgeTheme::edge)));
+    m_notes->setStyleSheet(QStringLiteral("QTextBrowser { color: %1; background: %2; border: 1px solid %3;"
+                                          " border-radius: 6px; padding: 6px; }")
+                               .arg(SettingsStyle::cssColor(ForgeTheme::ash),
+                                    SettingsStyle::cssColor(ForgeTheme::ironBottom),
+                                    SettingsStyle::cssColor(ForgeTheme::edge)));
     column->addWidget(m_notes);
 
     auto* buttons = new QHBoxLayout();
@@ -148,13 +125,7 @@ void UpdateDialog::followUpdater() {
 }
 
 void UpdateDialog::present() {
-    adjustSize();
-    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen) screen = QGuiApplication::primaryScreen();
-    if (screen) move(screen->availableGeometry().center() - rect().center());
-    show();
-    raise();
-    activateWindow();
+    SmallWindow::presentCentred(*this);
 }
 
 void UpdateDialog::keyPressEvent(QKeyEvent* event) {

@@ -2,7 +2,7 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps test-deps configure build run test test-asan test-agents bench package clean
+.PHONY: all deps test-deps configure build run test test-asan test-agents coverage bench package clean
 
 all: build
 
@@ -38,6 +38,18 @@ test-asan:
 # The real agents from npm, offline against a mock model API, with our hooks installed.
 test-agents: build
 	@tests/agents/run-real-agents.sh
+
+# Line and branch coverage of src/ by the whole suite: a summary here, the annotated sources in
+# build/coverage/html/index.html. Counters are zeroed first so a rerun measures only itself.
+coverage:
+	@./scripts/install-deps --coverage
+	@$(MAKE) --no-print-directory build PRESET=coverage
+	@find build/coverage -name '*.gcda' -delete
+	@ctest --preset coverage
+	@mkdir -p build/coverage/html
+	@gcovr --root . --object-directory build/coverage --filter 'src/' \
+		--exclude-unreachable-branches --exclude-throw-branches \
+		--html-details build/coverage/html/index.html --print-summary
 
 bench:
 	@$(MAKE) --no-print-directory build PRESET=release

@@ -29,15 +29,8 @@ using nlohmann::json;
 const fs::path kWriter = fs::path(TOVRIN_SOURCE_ADAPTERS_DIR) / "agent-status.sh";
 const fs::path kPayloads = fs::path(TOVRIN_TEST_DATA_DIR) / "agent-payloads";
 
-std::string slurp(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 json payload(const std::string& agent, const std::string& key) {
-    return json::parse(slurp(kPayloads / (agent + ".json"))).at(key);
+    return json::parse(test::readText(kPayloads / (agent + ".json"))).at(key);
 }
 
 // The writer's process tree, as an agent would build it: a process named `agent` (a shell
@@ -89,9 +82,9 @@ public:
         Outcome outcome;
         int status = 0;
         if (::waitpid(m_pid, &status, 0) == m_pid && WIFEXITED(status)) outcome.status = WEXITSTATUS(status);
-        outcome.out = slurp(m_dir / "out");
-        outcome.err = slurp(m_dir / "err");
-        const auto pid = slurp(m_dir / "pid");
+        outcome.out = test::readText(m_dir / "out");
+        outcome.err = test::readText(m_dir / "err");
+        const auto pid = test::readText(m_dir / "pid");
         if (!pid.empty()) outcome.agentPid = std::stol(pid);
         return outcome;
     }
@@ -351,7 +344,7 @@ TEST_F(StatusWriterTest, ASessionKeepsItsStartAndTitleAndGoesAwayForGoodAtItsEnd
 
     // Age the record's start; later events must keep it.
     const auto file = statusDir() / visibleFiles()[0];
-    json record = json::parse(slurp(file));
+    json record = json::parse(test::readText(file));
     record["startedAt"] = "2020-01-01T00:00:00Z";
     std::ofstream(file) << record.dump();
 
@@ -363,7 +356,7 @@ TEST_F(StatusWriterTest, ASessionKeepsItsStartAndTitleAndGoesAwayForGoodAtItsEnd
     EXPECT_EQ(s.state, SessionState::working);
     EXPECT_FALSE(s.reason.has_value());
     EXPECT_EQ(s.title, "Fix the failing checkout test");
-    EXPECT_EQ(json::parse(slurp(file)).at("startedAt"), "2020-01-01T00:00:00Z");
+    EXPECT_EQ(json::parse(test::readText(file)).at("startedAt"), "2020-01-01T00:00:00Z");
     EXPECT_GE(s.updatedAt, *parseIso8601("2026-01-01T00:00:00Z"));
 
     send("SessionEnd", "SessionEnd");
@@ -539,7 +532,7 @@ TEST_F(StatusWriterTest, KeepsSecretsOfTheEnvironmentOutOfTheRecord) {
     expectQuiet(run("antigravity-cli", "Stop", payload("antigravity", "Stop").dump(),
                     {"GEMINI_API_KEY=sk-do-not-record", "SOME_TOKEN=tok-do-not-record"}));
     ASSERT_EQ(visibleFiles().size(), 1u);
-    const auto text = slurp(statusDir() / visibleFiles()[0]);
+    const auto text = test::readText(statusDir() / visibleFiles()[0]);
     EXPECT_EQ(text.find("do-not-record"), std::string::npos) << text;
 }
 

@@ -23,13 +23,6 @@ using nlohmann::json;
 
 const fs::path kAdapters = TOVRIN_SOURCE_ADAPTERS_DIR;
 
-std::string slurp(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 struct Entry {
     std::string event;
     json value;
@@ -184,7 +177,7 @@ std::string commandOf(const json& entry) {
 TEST(TemplateFormat, EachTemplateIsInItsAgentsFormat) {
     for (const auto& c : cases()) {
         SCOPED_TRACE(c.name);
-        const json doc = json::parse(slurp(kAdapters / "configs" / (c.name + ".json")));
+        const json doc = json::parse(test::readText(kAdapters / "configs" / (c.name + ".json")));
         std::set<std::string> registered;
         for (const auto& [event, entry] : c.shape(doc)) {
             SCOPED_TRACE(event);
@@ -210,7 +203,7 @@ TEST(TemplateFormat, RenderedTemplatesMergeInAndOutUnderTheirTargetsStrategy) {
     for (const auto& target : HookTarget::all("/home/o'neil")) {
         SCOPED_TRACE(target.id);
         const json rendered = HookTemplateRenderer::substitute(
-            json::parse(slurp(kAdapters / "configs" / (target.templateName + ".json"))), writer);
+            json::parse(test::readText(kAdapters / "configs" / (target.templateName + ".json"))), writer);
         EXPECT_EQ(rendered.dump().find(HookTemplateRenderer::placeholder), std::string::npos);
         // Our own files hold nothing else.
         const json foreign = target.strategy.kind == MergeStrategy::Kind::dedicatedFile
@@ -235,7 +228,7 @@ TEST(TemplateFormat, EveryRenderedCommandRunsTheWriterQuietly) {
     const auto quoted = HookTemplateRenderer::shellQuoted(writer.string());
     for (const auto& c : cases()) {
         const json rendered = HookTemplateRenderer::substitute(
-            json::parse(slurp(kAdapters / "configs" / (c.name + ".json"))), quoted);
+            json::parse(test::readText(kAdapters / "configs" / (c.name + ".json"))), quoted);
         for (const auto& [event, entry] : c.shape(rendered)) {
             SCOPED_TRACE(c.name + " " + event);
             const auto out = home.path() / "out";
@@ -243,7 +236,7 @@ TEST(TemplateFormat, EveryRenderedCommandRunsTheWriterQuietly) {
                                       " /bin/sh -c " + HookTemplateRenderer::shellQuoted(commandOf(entry)) +
                                       " </dev/null >" + out.string() + " 2>&1";
             EXPECT_EQ(std::system(shell.c_str()), 0);
-            EXPECT_EQ(slurp(out), c.name == "antigravity" && event == "PreToolUse" ? "{}\n" : "");
+            EXPECT_EQ(test::readText(out), c.name == "antigravity" && event == "PreToolUse" ? "{}\n" : "");
         }
     }
 }

@@ -1,6 +1,5 @@
 #include "platform/qt/QtHttpClient.h"
 
-#include "alerts/telegram/TelegramAPIClient.h"
 #include "platform/linux/InstallationPaths.h"
 #include "platform/qt/LoadableHttpClient.h"
 #include "platform/qt/QtMainLoop.h"
@@ -160,36 +159,6 @@ TEST_F(QtHttpClientTest, DestroyingTheClientDropsTheRequestsInFlight) {
 
 TEST_F(QtHttpClientTest, HttpsIsAvailable) {
     EXPECT_TRUE(QSslSocket::supportsSsl()) << QSslSocket::sslLibraryBuildVersionString().toStdString();
-}
-
-// The Bot API client over real HTTP: what a user would read for each kind of reply.
-TEST_F(QtHttpClientTest, TelegramRepliesBecomeTheWordsTheUserReads) {
-    QtMainLoop loop;
-    TelegramAPIClient telegram(*client, loop, server.base(), Seconds(0.3));
-    const std::vector<std::tuple<QByteArray, std::string, bool>> rows = {
-        {httpReply(200, "application/json", R"({"ok":true,"result":{"id":1,"username":"helper_bot"}})"),
-         "@helper_bot", true},
-        {httpReply(401, "application/json", R"({"ok":false,"description":"Unauthorized"})"),
-         "Token rejected — double-check it with @BotFather.", true},
-        {httpReply(500, "application/json", R"({"ok":false})"), "Telegram turned it away: status 500", true},
-        {httpReply(502, "text/html", "<html>Bad Gateway</html>"), "The reply isn't valid JSON", false},
-        {httpReply(200, "application/json", ""), "The reply isn't valid JSON", false},
-        {LocalHttpServer::never, "The request timed out.", true},
-    };
-    int row = 0;
-    for (const auto& [reply, words, exact] : rows) {
-        const std::string token = "7:row" + std::to_string(++row);
-        SCOPED_TRACE(token);
-        server.route(QByteArray::fromStdString("/bot" + token + "/getMe"), reply);
-        std::optional<Result<std::string, TelegramError>> outcome;
-        telegram.verifyBot(token, [&](auto r) { outcome.emplace(std::move(r)); });
-        ASSERT_TRUE(pumpUntil([&] { return outcome.has_value(); }));
-        const std::string text = *outcome ? outcome->value() : outcome->error().description();
-        if (exact)
-            EXPECT_EQ(text, words);
-        else
-            EXPECT_TRUE(text.starts_with(words)) << text;
-    }
 }
 
 // The same client reached through the module that programs load at their first request; the

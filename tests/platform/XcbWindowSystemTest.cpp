@@ -6,28 +6,14 @@
 #include "support/XcbTestClient.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <gtest/gtest.h>
-#include <thread>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace tovrin {
 namespace {
-
-using namespace std::chrono_literals;
-
-bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = 5s) {
-    for (auto deadline = std::chrono::steady_clock::now() + limit;
-         std::chrono::steady_clock::now() < deadline;) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(20ms);
-    }
-    return condition();
-}
 
 // Real windows on a private X server managed by openbox (see run-x11-tests.sh), made by the
 // test's own connection so that their class, title and type are exactly what the case needs.
@@ -37,7 +23,7 @@ protected:
         if (!test::XcbTestClient::onPrivateDisplay())
             GTEST_SKIP() << "needs the private X server of run-x11-tests.sh";
         ASSERT_TRUE(m_x.connected());
-        ASSERT_TRUE(eventually([&] { return m_x.windowManagerRuns(); })) << "no window manager came up";
+        ASSERT_TRUE(test::pollUntil([&] { return m_x.windowManagerRuns(); })) << "no window manager came up";
     }
 
     bool listed(std::uint32_t id) {
@@ -49,41 +35,16 @@ protected:
     // if it is a normal one.
     std::uint32_t openWindow(const std::string& instance, const std::string& className,
                              const std::string& title, const char* type = "_NET_WM_WINDOW_TYPE_NORMAL") {
-        const xcb_window_t w = xcb_generate_id(m_c);
-        xcb_create_window(m_c, XCB_COPY_FROM_PARENT, w, m_root, 0, 0, 200, 100, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        const std::string classes = instance + '\0' + className + '\0';
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-                            static_cast<std::uint32_t>(classes.size()), classes.data());
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_NAME"), m_x.atom("UTF8_STRING"),
-                            8, static_cast<std::uint32_t>(title.size()), title.data());
-        const std::uint32_t pid = static_cast<std::uint32_t>(::getpid());
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1,
-                            &pid);
-        const xcb_atom_t windowType = m_x.atom(type);
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32,
-                            1, &windowType);
-        // A window manager that is still starting may drop a map request: ask again.
-        const auto managed = [&] {
-            return std::ranges::count(m_x.property(m_root, m_x.atom("_NET_CLIENT_LIST")), w) == 1;
-        };
-        for (int attempt = 0; attempt < 10 && !managed(); ++attempt) {
-            xcb_unmap_window(m_c, w);
-            xcb_map_window(m_c, w);
-            xcb_flush(m_c);
-            eventually(managed, 500ms);
-        }
-        EXPECT_TRUE(managed()) << title << " never managed";
+        const xcb_window_t w = m_x.openWindow(type, 200, 100, instance + '\0' + className + '\0', title);
+        EXPECT_TRUE(m_x.managed(w)) << title << " never managed";
         if (std::strcmp(type, "_NET_WM_WINDOW_TYPE_NORMAL") == 0) {
-            EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == w; }))
+            EXPECT_TRUE(test::pollUntil([&] { return m_x.activeWindow() == w; }))
                 << title << " never became active";
         }
         return w;
     }
 
     test::XcbTestClient m_x;
-    xcb_connection_t* const m_c = m_x.connection();
-    const xcb_window_t m_root = m_x.root();
     XcbWindowSystem m_windows;
     const std::string m_home = "/home/tester";
 };
@@ -111,9 +72,9 @@ TEST_F(XcbWindowSystemTest, AppActivatorBringsTheNamedApplicationForward) {
     AppActivator activator(m_windows, shell, {});
 
     activator.activate("Konsole");
-    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == konsole; }));
+    EXPECT_TRUE(test::pollUntil([&] { return m_x.activeWindow() == konsole; }));
     activator.activate("XTerm");
-    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == xterm; }));
+    EXPECT_TRUE(test::pollUntil([&] { return m_x.activeWindow() == xterm; }));
     EXPECT_TRUE(log.entries().empty());
 }
 
@@ -125,9 +86,9 @@ TEST_F(XcbWindowSystemTest, RaiseWindowActivatesTheEditorWindowOfTheFolder) {
     const Editor vscode{"vscode", "Visual Studio Code"};
 
     EXPECT_TRUE(raiser.raiseWindow(vscode, m_home + "/alpha/src"));
-    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == alpha; }));
+    EXPECT_TRUE(test::pollUntil([&] { return m_x.activeWindow() == alpha; }));
     EXPECT_TRUE(raiser.raiseWindow(vscode, m_home + "/beta"));
-    EXPECT_TRUE(eventually([&] { return m_x.activeWindow() == beta; }));
+    EXPECT_TRUE(test::pollUntil([&] { return m_x.activeWindow() == beta; }));
     EXPECT_FALSE(raiser.raiseWindow(vscode, m_home + "/gamma"));
     EXPECT_EQ(m_x.activeWindow(), beta);
     EXPECT_NE(browser, beta);

@@ -36,11 +36,4 @@ AdapterResources writeSamplePayload(const std::filesystem::path& root) {
     return AdapterResources{root};
 }
 
-std::string readText(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 } // namespace tovrin::test

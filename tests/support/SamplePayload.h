@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hooks/AdapterResources.h"
+#include "support/TempDir.h"
 
 #include <filesystem>
 #include <string>
@@ -13,8 +14,5 @@ inline constexpr std::string_view sampleWriter = "#!/bin/sh\n# sample status wri
 // A payload folder at `root`: the sample writer and one small template per hook target, each
 // in the shape its target's merge strategy expects.
 AdapterResources writeSamplePayload(const std::filesystem::path& root);
-
-// Text of a whole file; empty when it can't be read.
-std::string readText(const std::filesystem::path& file);
 
 } // namespace tovrin::test

@@ -23,6 +23,9 @@ private:
     std::filesystem::path m_path;
 };
 
+// Text of a whole file; empty when it can't be read.
+std::string readText(const std::filesystem::path& file);
+
 // The names in a folder, sorted.
 std::vector<std::string> entriesOf(const std::filesystem::path& dir);
 

@@ -2,13 +2,28 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <string>
+#include <thread>
 #include <vector>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace tovrin::test {
+
+// Looks again every 20 ms until the condition holds or the time is up.
+inline bool pollUntil(const std::function<bool()>& condition,
+                      std::chrono::milliseconds limit = std::chrono::seconds(5)) {
+    for (auto deadline = std::chrono::steady_clock::now() + limit; std::chrono::steady_clock::now() < deadline;) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return condition();
+}
 
 // A second client on the private X server of run-x11-tests.sh, which looks at windows as any other
 // client, or the window manager, sees them.
@@ -91,6 +106,37 @@ public:
                        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                        reinterpret_cast<const char*>(&event));
         xcb_flush(m_c);
+    }
+
+    bool managed(xcb_window_t window) const {
+        return std::ranges::count(property(m_root, "_NET_CLIENT_LIST"), window) == 1;
+    }
+
+    // A top-level window of this client with an EWMH type and, when given, a class ("instance\0Class\0")
+    // and a title; mapped again until the window manager lists it, as one still starting may drop a
+    // map request.
+    xcb_window_t openWindow(const char* type, std::uint16_t width, std::uint16_t height,
+                            const std::string& classes = {}, const std::string& title = {}) const {
+        const xcb_window_t w = xcb_generate_id(m_c);
+        xcb_create_window(m_c, XCB_COPY_FROM_PARENT, w, m_root, 0, 0, width, height, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        auto set = [&](xcb_atom_t property, xcb_atom_t kind, std::uint8_t format, std::size_t n, const void* data) {
+            xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, property, kind, format,
+                                static_cast<std::uint32_t>(n), data);
+        };
+        if (!classes.empty()) set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, classes.size(), classes.data());
+        if (!title.empty()) set(atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8, title.size(), title.data());
+        const std::uint32_t pid = static_cast<std::uint32_t>(::getpid());
+        set(atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
+        const xcb_atom_t windowType = atom(type);
+        set(atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &windowType);
+        for (int attempt = 0; attempt < 10 && !managed(w); ++attempt) {
+            xcb_unmap_window(m_c, w);
+            xcb_map_window(m_c, w);
+            xcb_flush(m_c);
+            pollUntil([&] { return managed(w); }, std::chrono::milliseconds(500));
+        }
+        return w;
     }
 
 private:

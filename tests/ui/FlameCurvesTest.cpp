@@ -23,11 +23,6 @@ TEST(FlameCurves, FlickerStaysWithinUnitRangeButUsesMostOfIt) {
     EXPECT_GT(hi, 0.9);
 }
 
-TEST(FlameCurves, FlickerAtTheReferenceTimeComesFromThePhasedWavesOnly) {
-    // At t = 0 the unphased wave is 0: (0.3 sin 1.3 + 0.2 sin 0.7 + 1) / 2.
-    EXPECT_NEAR(flicker(0), 0.7089555, 1e-6);
-}
-
 TEST(FlameCurves, RiseCurvesPeakAtTheirAmplitudeAndRepeatWithTheirPeriod) {
     EXPECT_NEAR(fireTextRise(pi / (2 * 5.3)), 0.1, 1e-12);
     EXPECT_NEAR(fireTextRise(3 * pi / (2 * 5.3)), -0.1, 1e-12);
@@ -57,55 +52,26 @@ TEST(FlameCurves, GradientRunsCoreMidBaseFromTopToBottom) {
     EXPECT_EQ(g[2], (GradientStop{1, red.base}));
 }
 
-TEST(FlameCurves, BurnScalesBrightnessAndGlowsWithFlicker) {
-    const auto amber = FlamePalette::amber();
-    const struct {
-        double f, brightness, outerOpacity, outerRadius, innerOpacity;
-    } cases[] = {{0, 0, 0.45, 3, 0}, {1, 0.06, 0.9, 8, 0.35}, {0.25, 0.015, 0.5625, 4.25, 0.0875}};
-    for (const auto& c : cases) {
-        const FireTextFrame frame = burn(amber, c.f, 0);
-        EXPECT_NEAR(frame.brightness, c.brightness, 1e-12) << c.f;
-        EXPECT_EQ(frame.outerGlow.color, amber.glow);
-        EXPECT_NEAR(frame.outerGlow.opacity, c.outerOpacity, 1e-12) << c.f;
-        EXPECT_NEAR(frame.outerGlow.radius, c.outerRadius, 1e-12) << c.f;
-        EXPECT_EQ(frame.innerGlow.color, amber.core);
-        EXPECT_NEAR(frame.innerGlow.opacity, c.innerOpacity, 1e-12) << c.f;
-        EXPECT_EQ(frame.innerGlow.radius, 1);
-    }
-}
-
-TEST(FlameCurves, WashDarkensBelowAndLightensAboveTheRestingFlicker) {
+// A stronger flicker never dims the frame; the still frames rest between the weakest and the
+// strongest flicker, with the gradient where no rise puts it.
+TEST(FlameCurves, FramesGrowWithTheFlickerAndStillFramesRestBetween) {
     const auto red = FlamePalette::red();
-    const FlameFillFrame low = wash(red, 0, 0), high = wash(red, 1, 0);
-    EXPECT_NEAR(low.brightness, -0.025, 1e-12);
-    EXPECT_NEAR(high.brightness, 0.025, 1e-12);
-    EXPECT_EQ(low.overlayOpacity, 0);
-    EXPECT_NEAR(high.overlayOpacity, 0.14, 1e-12);
-    EXPECT_EQ(high.overlay, red.glow);
-}
-
-TEST(FlameCurves, AnimatedFramesUseTheirOwnRiseCurve) {
+    const FireTextFrame dim = burn(red, 0, 0), bright = burn(red, 1, 0), text = fireTextStillFrame(red);
+    const FlameFillFrame dark = wash(red, 0, 0), light = wash(red, 1, 0), fill = flameFillStillFrame(red);
+    auto between = [](double lo, double v, double hi) { return lo < v && v < hi; };
+    EXPECT_TRUE(between(dim.brightness, text.brightness, bright.brightness));
+    EXPECT_TRUE(between(dim.outerGlow.opacity, text.outerGlow.opacity, bright.outerGlow.opacity));
+    EXPECT_TRUE(between(dim.outerGlow.radius, text.outerGlow.radius, bright.outerGlow.radius));
+    EXPECT_TRUE(between(dim.innerGlow.opacity, text.innerGlow.opacity, bright.innerGlow.opacity));
+    EXPECT_TRUE(between(dark.brightness, fill.brightness, light.brightness));
+    EXPECT_TRUE(between(dark.overlayOpacity, fill.overlayOpacity, light.overlayOpacity));
+    EXPECT_LT(dark.brightness, 0) << "a weak flicker darkens the fill";
+    EXPECT_EQ(text.fill, gradient(red, 0));
+    EXPECT_EQ(fill.fill, gradient(red, 0));
+    // Animated frames rise and fall with time.
     const auto amber = FlamePalette::amber();
-    EXPECT_NEAR(fireTextFrame(amber, pi / (2 * 5.3)).fill[1].location, 0.55, 1e-9);
-    EXPECT_NEAR(flameFillFrame(amber, pi / (2 * 4.7)).fill[1].location, 0.57, 1e-9);
-    const double t = 3.21;
-    EXPECT_NEAR(fireTextFrame(amber, t).brightness, 0.06 * flicker(t), 1e-12);
-}
-
-TEST(FlameCurves, StillFramesRestAtMidFlickerWithoutRise) {
-    const auto red = FlamePalette::red();
-    const FireTextFrame text = fireTextStillFrame(red);
-    EXPECT_NEAR(text.fill[1].location, 0.45, 1e-12);
-    EXPECT_NEAR(text.brightness, 0.03, 1e-12);
-    EXPECT_NEAR(text.outerGlow.opacity, 0.675, 1e-12);
-    EXPECT_NEAR(text.outerGlow.radius, 5.5, 1e-12);
-    EXPECT_NEAR(text.innerGlow.opacity, 0.175, 1e-12);
-    EXPECT_EQ(text.innerGlow.radius, 1);
-
-    const FlameFillFrame fill = flameFillStillFrame(red);
-    EXPECT_NEAR(fill.fill[1].location, 0.45, 1e-12);
-    EXPECT_EQ(fill.brightness, 0);
-    EXPECT_NEAR(fill.overlayOpacity, 0.07, 1e-12);
+    EXPECT_NE(fireTextFrame(amber, 0.3).fill, fireTextFrame(amber, 0.6).fill);
+    EXPECT_NE(flameFillFrame(amber, 0.3).fill, flameFillFrame(amber, 0.6).fill);
 }
 
 TEST(FlameCurves, TimeIsCountedFromTheStartOf2001) {
@@ -128,13 +94,6 @@ TEST(FlameCurves, OnlyAFlameWithMotionAllowedIsRedrawnOnTheSchedule) {
         EXPECT_EQ(mode, c.mode) << c.hasFlame << c.reduceMotion;
         EXPECT_EQ(needsFlickerSchedule(mode), c.mode == FireTextMode::burning);
     }
-}
-
-TEST(ForgePalette, WorkingAmberAndTheAmberFlameShareTheEmber) {
-    EXPECT_EQ(ForgeTheme::workingAmber, ForgeTheme::ember);
-    EXPECT_EQ(FlamePalette::amber().mid, ForgeTheme::ember);
-    EXPECT_EQ(FlamePalette::amber().glow, ForgeTheme::ember);
-    EXPECT_NE(FlamePalette::red(), FlamePalette::amber());
 }
 
 } // namespace

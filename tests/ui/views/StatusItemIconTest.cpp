@@ -6,7 +6,6 @@
 
 #include <QIcon>
 #include <QImage>
-#include <QPainter>
 #include <gtest/gtest.h>
 
 namespace tovrin {
@@ -81,28 +80,6 @@ TEST(StatusItemIconTest, RedrawsOnlyWhenTheRollUpChanges) {
     fixture.publish({fixture.make("codex-cli", "a", waiting)});
     EXPECT_EQ(toolTips.size(), 4u);
     EXPECT_EQ(toolTips.back(), QStringLiteral("Tovrin \u2014 1 waiting"));
-}
-
-TEST(StatusItemIconTest, ReviewSheet) {
-    // Every look at every size, on a dark and on a light tray.
-    const StatusItemLook looks[] = {
-        StatusItemLook::of(AggregateStatus::waiting(3)), StatusItemLook::of(AggregateStatus::waiting(12)),
-        StatusItemLook::of(AggregateStatus::working()), StatusItemLook::of(AggregateStatus::neutral())};
-    QImage sheet(4 * 60, 2 * 180, QImage::Format_ARGB32);
-    QPainter painter(&sheet);
-    painter.fillRect(QRect(0, 0, sheet.width(), 180), QColor(30, 30, 34));
-    painter.fillRect(QRect(0, 180, sheet.width(), 180), QColor(236, 236, 236));
-    for (int band = 0; band < 2; ++band) {
-        for (int i = 0; i < 4; ++i) {
-            int y = band * 180 + 6;
-            for (const int side : StatusItemIcon::sides) {
-                painter.drawPixmap(i * 60 + 6, y, StatusItemIcon::pixmap(looks[i], side));
-                y += side + 4;
-            }
-        }
-    }
-    painter.end();
-    test::saveArtifact(sheet, QStringLiteral("tray-icons"));
 }
 
 } // namespace

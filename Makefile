@@ -2,7 +2,7 @@
 PRESET ?= debug
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps test-deps configure build run test test-asan test-agents coverage bench package clean
+.PHONY: all deps test-deps configure build run test test-asan test-agents coverage bench package fuzz clean
 
 all: build
 
@@ -65,6 +65,16 @@ PACKAGE_PRESET ?= release
 package:
 	@$(MAKE) --no-print-directory build PRESET=$(PACKAGE_PRESET)
 	@cpack --config build/$(PACKAGE_PRESET)/CPackConfig.cmake -B build/$(PACKAGE_PRESET)/packages
+
+# The libFuzzer targets (clang), one after another for FUZZ_SECONDS each on their seeds; the
+# corpus they grow and any crashing input stay in build/fuzz.
+FUZZ_SECONDS ?= 600
+FUZZ_TARGETS ?= session_file foreign_json hook_merger update_choice appcast
+fuzz:
+	@./scripts/install-deps --fuzz
+	@cmake --preset fuzz >/dev/null
+	@cmake --build build/fuzz --target fuzz_targets
+	@fuzz/run.sh build/fuzz $(FUZZ_SECONDS) $(FUZZ_TARGETS)
 
 clean:
 	@rm -rf build

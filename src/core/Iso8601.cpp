@@ -51,7 +51,12 @@ std::optional<TimePoint> parseIso8601(std::string_view text) {
     }
 
     const sys_seconds local = sys_days(date) + hours(*hour) + minutes(*minute) + seconds(*second);
-    return TimePoint(local - minutes(offsetMinutes));
+    const sys_seconds instant = local - minutes(offsetMinutes);
+    // The clock counts nanoseconds in 64 bits (about 1677 to 2262); converting a year beyond
+    // that would overflow.
+    if (instant < ceil<seconds>(TimePoint::min()) || instant > floor<seconds>(TimePoint::max()))
+        return std::nullopt;
+    return TimePoint(instant);
 }
 
 std::string formatIso8601(TimePoint time) {

@@ -29,10 +29,18 @@ TEST(Iso8601, RefusesWhatIsNotInternetDateTimeToTheSecond) {
              "2026-11-22T24:00:00Z",     // no such hour
              "2026-11-22T20:54:38+0100", // offset without colon
              "2026-11-22T20:54:38Z ",    // trailing blank
+             "2262-04-11T23:47:17Z",     // past the clock's last second
+             "1677-09-21T00:12:43Z",     // before its first
              "",
          }) {
         EXPECT_FALSE(parseIso8601(text)) << text;
     }
+}
+
+TEST(Iso8601, TheClocksFirstAndLastSecondsAreRead) {
+    EXPECT_TRUE(parseIso8601("2262-04-11T23:47:16Z"));
+    EXPECT_TRUE(parseIso8601("2262-04-12T00:47:16+01:00"));
+    EXPECT_TRUE(parseIso8601("1677-09-21T00:12:44Z"));
 }
 
 TEST(Iso8601, LeapDayOnlyInLeapYears) {

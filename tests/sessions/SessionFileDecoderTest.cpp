@@ -116,7 +116,8 @@ std::vector<Case> rejectedCases() {
         cases.push_back({std::string("state '") + word + "'", [word](Json& j) { j["state"] = word; }});
     }
     for (const char* date : {"2026-11-22T10:00:00.5Z", "2026-11-22T10:00:00.000+00:00", "2026-11-22T10:00:00",
-                             "2026-11-22 10:00:00Z", "2026-11-22", "2026-13-22T10:00:00Z", "1700000000"}) {
+                             "2026-11-22 10:00:00Z", "2026-11-22", "2026-13-22T10:00:00Z", "1700000000",
+                             "4052-11-22T10:00:00Z", "0001-01-01T00:00:00Z"}) {
         cases.push_back(
             {std::string("updatedAt '") + date + "'", [date](Json& j) { j["updatedAt"] = date; }});
         cases.push_back(

@@ -11,8 +11,9 @@
 //
 // For every document that merge accepts, remove gives it back: what is not ours is never
 // reshaped, moved or dropped. Remove tidies only what it emptied itself (a group or an event
-// that held nothing but our entries, a "hooks" left empty), and a flat file keeps the "version"
-// that merge may have added.
+// that held nothing but our entries, a "hooks" left empty) — which takes with it an event list or
+// a "hooks" that the user had left empty, since after a merge the two can't be told apart (the
+// kept original has it) — and a flat file keeps the "version" that merge may have added.
 namespace tovrin::HookConfigMerger {
 
 // Fails, with a clause naming the key, when a value of the user's has a shape that can't take

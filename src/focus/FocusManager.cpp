@@ -2,10 +2,10 @@
 
 namespace tovrin {
 
-FocusManager::FocusManager(ShellRunner& shell, AppActivating& activator, EditorRaising& editorRaiser,
-                           FolderRevealing& revealer)
+FocusManager::FocusManager(ShellRunner& shell, WindowSystem& windows, AppActivating& activator,
+                           EditorRaising& editorRaiser, FolderRevealing& revealer)
     : m_activator(activator), m_editorRaiser(editorRaiser), m_revealer(revealer),
-      m_terminalFocuser(shell, activator) {}
+      m_terminalFocuser(shell, windows, activator) {}
 
 void FocusManager::focus(const AgentSession& session) {
     m_workQueue.post([this, session] { focusNow(session); });

@@ -7,6 +7,7 @@
 #include "focus/SessionFocusing.h"
 #include "focus/ShellRunner.h"
 #include "focus/TerminalFocuser.h"
+#include "focus/WindowSystem.h"
 
 namespace tovrin {
 
@@ -16,8 +17,8 @@ namespace tovrin {
 // the manager.
 class FocusManager final : public SessionFocusing {
 public:
-    FocusManager(ShellRunner& shell, AppActivating& activator, EditorRaising& editorRaiser,
-                 FolderRevealing& revealer);
+    FocusManager(ShellRunner& shell, WindowSystem& windows, AppActivating& activator,
+                 EditorRaising& editorRaiser, FolderRevealing& revealer);
     ~FocusManager() override = default;
     FocusManager(const FocusManager&) = delete;
     FocusManager& operator=(const FocusManager&) = delete;

@@ -18,20 +18,6 @@ std::optional<std::string> environmentPath() {
     return std::nullopt;
 }
 
-std::string joinLines(std::initializer_list<std::string_view> lines) {
-    std::string text;
-    for (const std::string_view line : lines) {
-        if (!text.empty()) text += '\n';
-        text += line;
-    }
-    return text;
-}
-
-void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
 } // namespace
 
 std::optional<std::string> resolveProgram(const std::string& name,
@@ -57,32 +43,6 @@ std::optional<std::string> resolveProgram(const std::string& name,
     return std::nullopt;
 }
 
-std::string escapeForScript(std::string_view value) {
-    std::string escaped(value);
-    replaceAll(escaped, "\\", "\\\\");
-    replaceAll(escaped, "\"", "\\\"");
-    return escaped;
-}
-
-std::string terminalScript(std::string_view tty) {
-    const std::string match = "      if tty of aTab is \"" + escapeForScript(tty) + "\" then";
-    return joinLines({"tell application \"Terminal\"", "  activate", "  repeat with aWindow in windows",
-                      "    repeat with aTab in tabs of aWindow", match,
-                      "        set selected of aTab to true", "        set index of aWindow to 1",
-                      "      end if", "    end repeat", "  end repeat", "end tell"});
-}
-
-std::string iTermScript(std::string_view sessionId) {
-    const std::size_t colon = sessionId.rfind(':');
-    const std::string_view piece = colon == std::string_view::npos ? sessionId : sessionId.substr(colon + 1);
-    const std::string match = "        if (id of aSession) is \"" + escapeForScript(piece) + "\" then";
-    return joinLines({"tell application \"iTerm\"", "  activate", "  repeat with aWindow in windows",
-                      "    repeat with aTab in tabs of aWindow",
-                      "      repeat with aSession in sessions of aTab", match, "          select aWindow",
-                      "          select aTab", "          select aSession", "        end if",
-                      "      end repeat", "    end repeat", "  end repeat", "end tell"});
-}
-
 ShellRunner::ShellRunner(ProcessRunner& runner, PathSource path, ExecutableTest isExecutable)
     : m_runner(runner), m_path(path ? std::move(path) : PathSource(environmentPath)),
       m_isExecutable(isExecutable ? std::move(isExecutable) : ExecutableTest(isExecutableFile)) {}
@@ -96,8 +56,10 @@ bool ShellRunner::run(const std::string& program, const std::vector<std::string>
     return path && m_runner.start(*path, arguments);
 }
 
-bool ShellRunner::appleScript(const std::string&) {
-    return false;
+std::optional<std::string> ShellRunner::output(const std::string& program,
+                                               const std::vector<std::string>& arguments) {
+    const std::optional<std::string> path = resolve(program);
+    return path ? m_runner.output(*path, arguments) : std::nullopt;
 }
 
 } // namespace tovrin

@@ -19,8 +19,8 @@ std::string JQLocator::Availability::summary() const {
         return "jq found at " + path + " (installed with your system).";
     case Kind::userInstalled:
         return "jq found at " + path +
-               ". Agents launched from a terminal will find it; an editor launched from the Dock might "
-               "not.";
+               ". Agents launched from a terminal will find it; an editor launched from the application "
+               "menu might not.";
     case Kind::missing:
         break;
     }

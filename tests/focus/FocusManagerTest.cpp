@@ -1,6 +1,7 @@
 #include "focus/FocusManager.h"
 
 #include "support/FakeFocusPorts.h"
+#include "support/FakeWindowSystem.h"
 
 #include <future>
 #include <gtest/gtest.h>
@@ -41,10 +42,11 @@ protected:
     test::FocusLog log;
     test::FakeProcessRunner processes{log};
     test::RecordingShell shell{processes, log, {"/usr/bin/tmux"}};
+    test::FakeWindowSystem windows;
     test::FakeAppActivator activator{log};
     test::FakeEditorRaiser raiser{log};
     test::FakeFolderRevealer revealer{log};
-    FocusManager manager{shell, activator, raiser, revealer};
+    FocusManager manager{shell, windows, activator, raiser, revealer};
 };
 
 struct FocusCase {
@@ -57,11 +59,11 @@ struct FocusCase {
 TEST_F(FocusManagerTest, TriesTerminalThenEditorThenAppThenFolder) {
     Locator tmux;
     tmux.tmuxPane = "%3";
+    Locator tmuxApp = tmux;
+    tmuxApp.app = "Konsole";
     Locator terminal;
     terminal.app = "Terminal";
-    terminal.tty = "/dev/ttys001";
-    Locator terminalNoTty;
-    terminalNoTty.app = "Terminal";
+    terminal.tty = "/dev/pts/1";
     Locator someApp;
     someApp.app = "SomeApp";
     Locator emptyApp;
@@ -70,16 +72,21 @@ TEST_F(FocusManagerTest, TriesTerminalThenEditorThenAppThenFolder) {
     withRoot.root = "/w/proj";
 
     const std::vector<FocusCase> cases{
-        {"a tmux pane ends it",
+        {"a tmux pane with its app ends it",
+         session("cursor-ide", tmuxApp),
+         true,
+         {"start /usr/bin/tmux select-pane -t %3", "start /usr/bin/tmux select-window -t %3",
+          "activate Konsole"}},
+        {"a tmux pane without a terminal window goes on",
          session("cursor-ide", tmux),
          true,
          {"start /usr/bin/tmux select-pane -t %3", "start /usr/bin/tmux select-window -t %3",
-          "activate iTerm"}},
-        {"a failing Terminal script goes on to the app",
+          "read /usr/bin/tmux list-clients -t %3 -F #{client_activity} #{client_pid}",
+          "raise Cursor /w/proj/sub"}},
+        {"a terminal device goes on to the app",
          session("claude-code", terminal),
          true,
-         {R"(script if tty of aTab is "/dev/ttys001" then)", "activate Terminal"}},
-        {"Terminal without a device", session("claude-code", terminalNoTty), true, {"activate Terminal"}},
+         {"activate Terminal"}},
         {"an editor whose window rises", session("cursor-ide"), true, {"raise Cursor /w/proj/sub"}},
         {"an editor without a matching window comes forward whole",
          session("copilot-vscode"),

@@ -1,6 +1,7 @@
 #include "focus/TerminalFocuser.h"
 
 #include "support/FakeFocusPorts.h"
+#include "support/FakeWindowSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -11,9 +12,10 @@ struct TerminalCase {
     const char* what;
     std::optional<Locator> locator;
     bool installed = true; // tmux and wezterm under /usr/bin
-    bool scriptsSucceed = false;
+    std::optional<std::string> clients;
     bool expected = false;
     std::vector<std::string> log;
+    std::vector<std::uint64_t> activated;
 };
 
 Locator locator(std::function<void(Locator&)> fill) {
@@ -25,121 +27,105 @@ Locator locator(std::function<void(Locator&)> fill) {
 TEST(TerminalFocuserTest, TheFirstAttemptThatAppliesDecides) {
     const std::string selectPane = "start /usr/bin/tmux select-pane -t %3";
     const std::string selectWindow = "start /usr/bin/tmux select-window -t %3";
+    const std::string listClients = "/usr/bin/tmux list-clients -t %3 -F #{client_activity} #{client_pid}";
     const std::vector<TerminalCase> cases{
-        {"no locator", std::nullopt, true, true, false, {}},
-        {"tmux wins over iTerm",
+        {"no locator", std::nullopt, true, "1 50", false, {}, {}},
+        {"tmux wins and its app comes forward",
          locator([](Locator& l) {
              l.tmuxPane = "%3";
              l.itermSession = "w0t0p0:X";
+             l.weztermPane = "7";
              l.app = "SomeApp";
          }),
          true,
+         "1 50",
          true,
+         {selectPane, selectWindow, "activate SomeApp"},
+         {}},
+        {"a missing tmux still closes the matter when the app is known",
+         locator([](Locator& l) {
+             l.tmuxPane = "%3";
+             l.app = "SomeApp";
+         }),
+         false,
+         std::nullopt,
          true,
-         {selectPane, selectWindow, "activate SomeApp"}},
-        {"tmux without app activates iTerm",
+         {"activate SomeApp"},
+         {}},
+        {"tmux without app raises the terminal of its client",
          locator([](Locator& l) { l.tmuxPane = "%3"; }),
          true,
-         false,
+         "1 50",
          true,
-         {selectPane, selectWindow, "activate iTerm"}},
-        {"tmux with an empty app activates it as it is",
+         {selectPane, selectWindow, "read " + listClients},
+         {10}},
+        {"an empty app is no app",
          locator([](Locator& l) {
              l.tmuxPane = "%3";
              l.app = "";
          }),
          true,
-         false,
+         "1 50",
          true,
-         {selectPane, selectWindow, "activate "}},
-        {"a missing tmux still closes the matter",
-         locator([](Locator& l) {
-             l.tmuxPane = "%3";
-             l.app = "SomeApp";
-         }),
-         false,
-         false,
+         {selectPane, selectWindow, "read " + listClients},
+         {10}},
+        {"no client to follow lets the caller go on",
+         locator([](Locator& l) { l.tmuxPane = "%3"; }),
          true,
-         {"activate SomeApp"}},
+         "",
+         false,
+         {selectPane, selectWindow, "read " + listClients},
+         {}},
         {"an empty tmux pane counts as absent",
          locator([](Locator& l) {
              l.tmuxPane = "";
              l.weztermPane = "7";
          }),
          true,
-         false,
+         std::nullopt,
          true,
-         {"start /usr/bin/wezterm cli activate-pane --pane-id 7", "activate WezTerm"}},
+         {"start /usr/bin/wezterm cli activate-pane --pane-id 7", "activate WezTerm"},
+         {}},
         {"a missing wezterm still closes the matter",
          locator([](Locator& l) { l.weztermPane = "7"; }),
          false,
-         false,
+         std::nullopt,
          true,
-         {"activate WezTerm"}},
-        {"iTerm beats wezterm; a failing script lets the caller go on",
+         {"activate WezTerm"},
+         {}},
+        {"an iTerm session, a device or the terminal program alone lead nowhere",
          locator([](Locator& l) {
              l.itermSession = "w0t1p0:ABCD";
-             l.weztermPane = "7";
-         }),
-         true,
-         false,
-         false,
-         {R"(script if (id of aSession) is "ABCD" then)"}},
-        {"a working iTerm script closes the matter",
-         locator([](Locator& l) { l.itermSession = "ABCD"; }),
-         true,
-         true,
-         true,
-         {R"(script if (id of aSession) is "ABCD" then)"}},
-        {"Terminal with a device",
-         locator([](Locator& l) {
              l.app = "Terminal";
-             l.tty = "/dev/ttys001";
-         }),
-         true,
-         false,
-         false,
-         {R"(script if tty of aTab is "/dev/ttys001" then)"}},
-        {"Terminal with a device, script works",
-         locator([](Locator& l) {
-             l.app = "Terminal";
-             l.tty = "/dev/ttys001";
-         }),
-         true,
-         true,
-         true,
-         {R"(script if tty of aTab is "/dev/ttys001" then)"}},
-        {"Terminal without a device", locator([](Locator& l) { l.app = "Terminal"; }), true, true, false, {}},
-        {"a device of another app",
-         locator([](Locator& l) {
-             l.app = "SomeApp";
              l.tty = "/dev/pts/2";
+             l.termProgram = "WezTerm";
          }),
          true,
-         true,
+         std::nullopt,
          false,
-         {}},
-        {"the terminal program alone says nothing",
-         locator([](Locator& l) { l.termProgram = "WezTerm"; }),
-         true,
-         true,
-         false,
+         {},
          {}},
     };
     for (const TerminalCase& c : cases) {
         SCOPED_TRACE(c.what);
         test::FocusLog log;
         test::FakeProcessRunner processes(log);
+        if (c.clients) processes.outputs[listClients] = *c.clients;
         test::RecordingShell shell(processes, log,
                                    c.installed ? std::set<std::string>{"/usr/bin/tmux", "/usr/bin/wezterm"}
                                                : std::set<std::string>{});
-        shell.scriptsSucceed = c.scriptsSucceed;
+        test::FakeWindowSystem windows;
+        windows.windows = {{10, "~", "konsole", "konsole", 40}};
         test::FakeAppActivator activator(log);
         AgentSession session;
         session.locator = c.locator;
 
-        EXPECT_EQ(TerminalFocuser(shell, activator).focus(session), c.expected);
+        TerminalFocuser focuser(shell, windows, activator, [](std::int64_t pid) {
+            return pid == 50 ? std::optional<std::int64_t>(40) : std::nullopt;
+        });
+        EXPECT_EQ(focuser.focus(session), c.expected);
         EXPECT_EQ(log.entries(), c.log);
+        EXPECT_EQ(windows.activated, c.activated);
     }
 }
 

@@ -21,7 +21,7 @@
 namespace tovrin::test {
 
 // One ordered, thread-safe record of what the fakes below were asked to do, e.g.
-// "start /usr/bin/tmux select-pane -t %3", "activate iTerm", "raise Cursor /w/proj", "reveal /w".
+// "start /usr/bin/tmux select-pane -t %3", "activate Konsole", "raise Cursor /w/proj", "reveal /w".
 class FocusLog {
 public:
     void add(std::string entry) {
@@ -53,45 +53,46 @@ private:
     std::vector<std::string> m_entries;
 };
 
+// Logs "start <program> <arguments>" for programs started, "read <program> <arguments>" for those
+// whose output is asked for; answers the latter from `outputs`, by that same line without "read ".
 class FakeProcessRunner final : public ProcessRunner {
 public:
     explicit FakeProcessRunner(FocusLog& log) : m_log(log) {}
     bool start(const std::filesystem::path& program, const std::vector<std::string>& arguments) override {
-        std::string entry = "start " + program.string();
-        for (const std::string& argument : arguments)
-            entry += " " + argument;
-        m_log.add(entry);
+        m_log.add("start " + commandLine(program, arguments));
         return startSucceeds;
     }
+    std::optional<std::string> output(const std::filesystem::path& program,
+                                      const std::vector<std::string>& arguments) override {
+        const std::string line = commandLine(program, arguments);
+        m_log.add("read " + line);
+        const auto it = outputs.find(line);
+        return it == outputs.end() ? std::nullopt : std::optional(it->second);
+    }
     bool startSucceeds = true;
+    std::map<std::string, std::string> outputs;
 
 private:
+    static std::string commandLine(const std::filesystem::path& program,
+                                   const std::vector<std::string>& arguments) {
+        std::string line = program.string();
+        for (const std::string& argument : arguments)
+            line += " " + argument;
+        return line;
+    }
+
     FocusLog& m_log;
 };
 
-// A shell over a fake runner that finds exactly the programs of `installed` and logs each script
-// by its matching line, answering `scriptsSucceed`.
+// A shell over a fake runner that finds exactly the programs of `installed`.
 class RecordingShell final : public ShellRunner {
 public:
-    RecordingShell(ProcessRunner& runner, FocusLog& log, std::set<std::string> installed)
+    RecordingShell(ProcessRunner& runner, FocusLog&, std::set<std::string> installed)
         : ShellRunner(
               runner, [] { return std::optional<std::string>(); },
               [installed = std::move(installed)](const std::string& file) {
                   return installed.contains(file);
-              }),
-          m_log(log) {}
-    bool appleScript(const std::string& script) override {
-        const std::size_t at = script.find(" is ");
-        const std::size_t lineStart = script.rfind('\n', at) + 1;
-        std::string line = script.substr(lineStart, script.find('\n', at) - lineStart);
-        line.erase(0, line.find_first_not_of(' '));
-        m_log.add("script " + line);
-        return scriptsSucceed;
-    }
-    bool scriptsSucceed = false;
-
-private:
-    FocusLog& m_log;
+              }) {}
 };
 
 class FakeAppActivator final : public AppActivating {

@@ -32,8 +32,8 @@ TEST(ChipLayout, VisibilityFollowsTheSwitchesAndTheSessions) {
 }
 
 TEST(ChipLayout, OnlyAChangeOfVisibilityTouchesTheWindow) {
-    EXPECT_EQ(visibilityChange(true, false), VisibilityChange::orderFront);
-    EXPECT_EQ(visibilityChange(false, true), VisibilityChange::orderOut);
+    EXPECT_EQ(visibilityChange(true, false), VisibilityChange::show);
+    EXPECT_EQ(visibilityChange(false, true), VisibilityChange::hide);
     EXPECT_EQ(visibilityChange(true, true), VisibilityChange::none);
     EXPECT_EQ(visibilityChange(false, false), VisibilityChange::none);
 }

@@ -70,7 +70,7 @@ TEST_F(HookSettingsViewModelTest, TheSetUpButtonCountsPendingDefaultsOnly) {
     EXPECT_EQ(model->footer().captions[0],
               (HookCaption{"jq found at " + jqPath.string() +
                                ". Agents launched from a terminal will find it; an "
-                               "editor launched from the Dock might not.",
+                               "editor launched from the application menu might not.",
                            HookTone::ashDim, ""}));
 
     model->install(row(*model, "claude-code"));

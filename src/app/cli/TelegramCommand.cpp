@@ -1,5 +1,6 @@
 #include "app/cli/TelegramCommand.h"
 
+#include "alerts/telegram/TelegramError.h"
 #include "alerts/telegram/TelegramSettingsViewModel.h"
 #include "app/AlertServices.h"
 #include "core/JsonFileDefaultsStore.h"
@@ -9,9 +10,11 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <array>
 #include <cstdio>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 namespace tovrin {
 namespace {
@@ -24,6 +27,11 @@ bool readLine(const char* prompt, std::string& line) {
     return static_cast<bool>(std::getline(std::cin, line));
 }
 
+// The window asks to message the bot and press its button again; here the prompt comes back.
+bool noChatYet(const TelegramSettingsViewModel& model) {
+    return model.phase() == Phase::failed(TelegramError::noChat().description());
+}
+
 // Runs the main loop until the action that was just started has ended, then prints the
 // section's status line. Returns whether the action succeeded.
 bool finish(TelegramSettingsViewModel& model) {
@@ -34,14 +42,21 @@ bool finish(TelegramSettingsViewModel& model) {
         });
         wait.exec();
     }
-    if (const auto status = model.statusLine()) std::printf("%s\n", status->text.c_str());
+    if (const auto status = model.statusLine())
+        std::printf("%s\n",
+                    noChatYet(model) ? "No message to your bot has arrived yet." : status->text.c_str());
     return model.phase().kind != Phase::Kind::failed;
 }
 
 void printSteps() {
     std::printf("%s\n", std::string(TelegramSettingsText::setupDisclosure).c_str());
+    // The window's last two steps name its buttons; here the prompts below take their place.
+    const std::array<std::string_view, 5> steps{
+        TelegramSettingsText::setupSteps[0], TelegramSettingsText::setupSteps[1],
+        TelegramSettingsText::setupSteps[2], "Paste the token at the prompt below.",
+        "Message your new bot once; this command then links the chat and sends a test."};
     int n = 1;
-    for (const auto step : TelegramSettingsText::setupSteps)
+    for (const auto step : steps)
         std::printf("  %d. %s\n", n++, std::string(step).c_str());
     std::printf("  %s: %s\n\n", std::string(TelegramSettingsText::botFatherLink).c_str(),
                 std::string(TelegramSettingsText::botFatherUrl).c_str());
@@ -78,9 +93,12 @@ int runTelegramCommand(int argc, char** argv) {
     if (!finish(model)) return 1;
     if (model.botUsername()) std::printf("%s\n", model.botUsername()->c_str());
 
-    if (!readLine("Message your bot once in Telegram, then press Enter to link the chat. ", answer)) return 1;
-    model.linkChat();
-    if (!finish(model)) return 1;
+    do {
+        if (!readLine("Message your bot once in Telegram, then press Enter to link the chat. ", answer))
+            return 1;
+        model.linkChat();
+    } while (!finish(model) && noChatYet(model));
+    if (model.phase().kind == Phase::Kind::failed) return 1;
     if (model.linkedChatLabel()) std::printf("%s\n", model.linkedChatLabel()->c_str());
 
     if (!readLine("Press Enter to send a test message. ", answer)) return 1;

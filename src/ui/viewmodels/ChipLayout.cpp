@@ -13,8 +13,8 @@ bool shouldShow(const VisibilityInputs& in) {
 }
 
 VisibilityChange visibilityChange(bool shouldShow, bool isVisible) {
-    if (shouldShow && !isVisible) return VisibilityChange::orderFront;
-    if (!shouldShow && isVisible) return VisibilityChange::orderOut;
+    if (shouldShow && !isVisible) return VisibilityChange::show;
+    if (!shouldShow && isVisible) return VisibilityChange::hide;
     return VisibilityChange::none;
 }
 

@@ -56,7 +56,7 @@ struct VisibilityInputs {
 
 bool shouldShow(const VisibilityInputs& in);
 
-enum class VisibilityChange { none, orderFront, orderOut };
+enum class VisibilityChange { none, show, hide };
 
 // Only a change of state touches the window; showing never activates the application.
 VisibilityChange visibilityChange(bool shouldShow, bool isVisible);

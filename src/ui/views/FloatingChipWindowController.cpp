@@ -100,12 +100,12 @@ void FloatingChipWindowController::applyOpacity() {
 void FloatingChipWindowController::evaluateVisibility() {
     if (!m_panel) return;
     switch (ChipLayout::visibilityChange(shouldShow(), m_panel->isVisible())) {
-    case ChipLayout::VisibilityChange::orderFront:
+    case ChipLayout::VisibilityChange::show:
         pinWindow();
         m_panel->show();
         m_panel->raise();
         break;
-    case ChipLayout::VisibilityChange::orderOut:
+    case ChipLayout::VisibilityChange::hide:
         m_panel->hide();
         break;
     case ChipLayout::VisibilityChange::none:

@@ -3,12 +3,12 @@
 // of 0.2 s is the floor; the rest is the pass and the hand-over to the main loop.
 
 #include "core/Iso8601.h"
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
 #include "platform/linux/StatusDirectoryWatcher.h"
 #include "platform/qt/QtMainLoop.h"
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

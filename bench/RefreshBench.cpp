@@ -4,10 +4,10 @@
 #include "core/Clock.h"
 #include "core/Iso8601.h"
 #include "core/MainLoop.h"
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <benchmark/benchmark.h>
 #include <cerrno>

@@ -8,8 +8,9 @@ namespace tovrin {
 class DesktopNotifier {
 public:
     virtual ~DesktopNotifier() = default;
-    // Whether a notification server answers; asked once per run by the caller.
-    virtual bool requestAuthorization() = 0;
+    // Asks the notification server what it can show (body markup); once per run. The desktop has no
+    // permission to ask for: a missing server just leaves later notifications unshown.
+    virtual void learnCapabilities() = 0;
     // Title and body only; silent when no server answers.
     virtual void show(const std::string& title, const std::string& body) = 0;
 };

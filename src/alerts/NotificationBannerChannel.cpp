@@ -17,15 +17,15 @@ void NotificationBannerChannel::remindWaiting(const std::vector<AgentSession>& w
     post(waiting);
 }
 
-void NotificationBannerChannel::ensureAuthorization() {
-    if (m_didRequestAuthorization) return;
-    m_didRequestAuthorization = true;
-    (void)m_notifier.requestAuthorization();
+void NotificationBannerChannel::ensureCapabilitiesKnown() {
+    if (m_didAskCapabilities) return;
+    m_didAskCapabilities = true;
+    m_notifier.learnCapabilities();
 }
 
 void NotificationBannerChannel::post(const std::vector<AgentSession>& sessions) {
     if (!m_preferences.notificationBannerEnabled() || sessions.empty()) return;
-    ensureAuthorization();
+    ensureCapabilitiesKnown();
     const auto summary = WaitingMessageFormatter::summary(sessions);
     m_notifier.show(summary.title, summary.body);
 }

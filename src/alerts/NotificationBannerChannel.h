@@ -6,9 +6,8 @@
 
 namespace tovrin {
 
-// A desktop notification per call, each replacing the one before. Permission (whether a
-// notification server is there) is asked at most once in a run, and its answer not used: the
-// notifier itself stays silent without a server.
+// A desktop notification per call, each replacing the one before. The server's capabilities are
+// asked for at most once in a run, at start or before the first notification.
 class NotificationBannerChannel final : public NotificationChannel {
 public:
     NotificationBannerChannel(const PreferencesStore& preferences, DesktopNotifier& notifier);
@@ -18,15 +17,14 @@ public:
     void remindWaiting(const std::vector<AgentSession>& waiting) override;
 
     // Asks once; later calls do nothing.
-    void ensureAuthorization();
-    bool didRequestAuthorization() const { return m_didRequestAuthorization; }
+    void ensureCapabilitiesKnown();
 
 private:
     void post(const std::vector<AgentSession>& sessions);
 
     const PreferencesStore& m_preferences;
     DesktopNotifier& m_notifier;
-    bool m_didRequestAuthorization = false;
+    bool m_didAskCapabilities = false;
 };
 
 } // namespace tovrin

@@ -11,7 +11,7 @@ void FocusManager::focus(const AgentSession& session) {
     m_workQueue.post([this, session] { focusNow(session); });
 }
 
-void FocusManager::revealInFinder(const AgentSession& session) {
+void FocusManager::revealInFileManager(const AgentSession& session) {
     m_workQueue.post([this, session] { revealNow(session); });
 }
 

@@ -25,7 +25,7 @@ public:
 
     void focus(const AgentSession& session) override;
     // Also on the focus queue: asking the file manager is a round trip over D-Bus.
-    void revealInFinder(const AgentSession& session) override;
+    void revealInFileManager(const AgentSession& session) override;
     // Any folder, such as the custom sounds', in the file manager; on the same queue.
     void revealFolder(const std::string& path);
 

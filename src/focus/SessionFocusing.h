@@ -11,7 +11,7 @@ public:
     virtual ~SessionFocusing() = default;
     virtual void focus(const AgentSession& session) = 0;
     // Shows the session's project folder in the file manager.
-    virtual void revealInFinder(const AgentSession& session) = 0;
+    virtual void revealInFileManager(const AgentSession& session) = 0;
 };
 
 } // namespace tovrin

@@ -1,7 +1,7 @@
 #include "alerts/AutoFocusChannel.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeAlertPorts.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <gtest/gtest.h>

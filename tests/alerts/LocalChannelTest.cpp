@@ -1,6 +1,6 @@
 #include "alerts/LocalChannel.h"
 
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "alerts/NotificationBannerChannel.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeAlertPorts.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <gtest/gtest.h>
@@ -24,19 +24,18 @@ TEST_F(NotificationBannerChannelTest, BannersOffPostNothingAndAskNothing) {
     channel.notifyWaiting({a}, {a});
     channel.remindWaiting({a});
     EXPECT_TRUE(notifier.shown.empty());
-    EXPECT_EQ(notifier.authorizationRequests, 0);
+    EXPECT_EQ(notifier.capabilityRequests, 0);
 }
 
-TEST_F(NotificationBannerChannelTest, EveryCallPostsAndPermissionIsAskedOnceInARun) {
+TEST_F(NotificationBannerChannelTest, EveryCallPostsAndCapabilitiesAreAskedOnceInARun) {
     preferences.notificationBannerEnabled.set(true);
-    notifier.serverPresent = false; // the answer is not used: the notifier copes without a server
     channel.notifyWaiting({}, {a});
-    EXPECT_EQ(notifier.authorizationRequests, 0);
+    EXPECT_EQ(notifier.capabilityRequests, 0);
 
     channel.notifyWaiting({b}, {a, b});
     channel.remindWaiting({a, b});
-    channel.ensureAuthorization();
-    EXPECT_EQ(notifier.authorizationRequests, 1);
+    channel.ensureCapabilitiesKnown();
+    EXPECT_EQ(notifier.capabilityRequests, 1);
     using Shown = std::vector<std::pair<std::string, std::string>>;
     EXPECT_EQ(notifier.shown,
               (Shown{{"Codex is waiting", "b"}, {"2 agents are waiting", "Claude Code, Codex"}}));

@@ -1,6 +1,6 @@
 #include "core/PreferencesStore.h"
 
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -31,7 +31,7 @@ protected:
     std::vector<std::string> settle() {
         AgentSession marker;
         marker.cwd = "/end";
-        manager.revealInFinder(marker);
+        manager.revealInFileManager(marker);
         EXPECT_TRUE(log.waitFor("reveal /end"));
         auto entries = log.entries();
         entries.pop_back();
@@ -123,9 +123,9 @@ TEST_F(FocusManagerTest, RequestsRunInOrderOffTheCallingThreadWithoutHoldingItUp
 
     Locator someApp;
     someApp.app = "SomeApp";
-    manager.focus(session("claude-code"));          // blocks in the revealer
-    manager.focus(session("cursor-ide"));           // waits behind it
-    manager.revealInFinder(session("claude-code")); // and so does a reveal
+    manager.focus(session("claude-code"));               // blocks in the revealer
+    manager.focus(session("cursor-ide"));                // waits behind it
+    manager.revealInFileManager(session("claude-code")); // and so does a reveal
     manager.focus(session("claude-code", someApp));
 
     auto workerId = worker.get_future();

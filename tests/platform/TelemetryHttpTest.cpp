@@ -1,8 +1,8 @@
-#include "core/MemoryDefaultsStore.h"
 #include "platform/qt/QtHttpClient.h"
 #include "platform/qt/QtMainLoop.h"
 #include "services/telemetry/TelemetryManager.h"
 #include "support/LocalHttpServer.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/QtEventLoopTest.h"
 #include "support/TempDir.h"
 

@@ -1,9 +1,9 @@
 #include "platform/x11/XcbGlobalShortcuts.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
 #include "services/hotkey/GlobalHotkeyManager.h"
 #include "services/hotkey/KeyboardShortcuts.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/QtEventLoopTest.h"
 #include "support/XcbTestClient.h"
 

@@ -1,9 +1,9 @@
 #include "services/hotkey/KeyboardShortcuts.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
 #include "services/hotkey/GlobalHotkeyManager.h"
 #include "support/FakeGlobalShortcuts.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 #include <memory>

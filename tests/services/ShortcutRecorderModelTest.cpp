@@ -1,7 +1,7 @@
 #include "services/hotkey/ShortcutRecorderModel.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeGlobalShortcuts.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/ScopedEnv.h"
 
 #include <gtest/gtest.h>

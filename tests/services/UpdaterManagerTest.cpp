@@ -1,7 +1,7 @@
 #include "services/UpdaterManager.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeHttpClient.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,9 +1,9 @@
 #include "sessions/ProcessLiveness.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "sessions/SessionStore.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <cerrno>

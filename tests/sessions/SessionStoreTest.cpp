@@ -1,8 +1,8 @@
 #include "sessions/SessionStore.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/RecordingChannel.h"
 #include "support/SampleSessions.h"
 

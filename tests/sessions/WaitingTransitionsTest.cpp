@@ -1,7 +1,7 @@
-#include "core/MemoryDefaultsStore.h"
 #include "sessions/SessionStore.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/RecordingChannel.h"
 #include "support/SampleSessions.h"
 

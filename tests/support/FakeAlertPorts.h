@@ -35,21 +35,17 @@ public:
 
 class FakeDesktopNotifier final : public DesktopNotifier {
 public:
-    bool requestAuthorization() override {
-        ++authorizationRequests;
-        return serverPresent;
-    }
+    void learnCapabilities() override { ++capabilityRequests; }
     void show(const std::string& title, const std::string& body) override { shown.emplace_back(title, body); }
 
-    bool serverPresent = true;
-    int authorizationRequests = 0;
+    int capabilityRequests = 0;
     std::vector<std::pair<std::string, std::string>> shown;
 };
 
 class FakeSessionFocusing final : public SessionFocusing {
 public:
     void focus(const AgentSession& session) override { focused.push_back(session.sessionId); }
-    void revealInFinder(const AgentSession& session) override { revealed.push_back(session.sessionId); }
+    void revealInFileManager(const AgentSession& session) override { revealed.push_back(session.sessionId); }
 
     std::vector<std::string> focused;
     std::vector<std::string> revealed;

@@ -1,7 +1,7 @@
 #include "ui/viewmodels/ChipHeader.h"
 
 #include "core/JsonFileDefaultsStore.h"
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/TempDir.h"
 #include "ui/viewmodels/ChipCornerDefaults.h"
 

@@ -49,7 +49,7 @@ TEST(ChipLayout, AlphaIsThePercentageCappedAtOpaque) {
 TEST(ChipLayout, FirstPlacementInsetsTheTopRightCornerFromTheMainScreen) {
     const ChipRect screen{100, 25, 1440, 875};
     const ChipRect placed = placedFrame(initialFrame, {}, screen);
-    EXPECT_EQ(placed.topRight(), (ChipPoint{1540 - 16, 900 - 16}));
+    EXPECT_EQ(placed.topRight(), (ChipPoint{1540 - 16, 25 + 16}));
     EXPECT_EQ(placed.size(), initialFrame.size());
 }
 
@@ -64,7 +64,7 @@ TEST(ChipLayout, SavedCornerWinsOverTheScreenAndAMissingYReadsAsZero) {
     const ChipRect screen{0, 0, 1440, 875};
     const ChipRect placed =
         placedFrame(initialFrame, {-300.0, 5000.0}, screen); // not checked against screens
-    EXPECT_EQ(placed, (ChipRect{-460, 4952, 160, 48}));
+    EXPECT_EQ(placed, (ChipRect{-460, 5000, 160, 48}));
     EXPECT_EQ(placedFrame(initialFrame, {900.0, std::nullopt}, screen).topRight(), (ChipPoint{900, 0}));
 }
 
@@ -76,7 +76,7 @@ TEST(ChipLayout, CornerSavedWhileExpandedComesBackForTheCollapsedChip) {
     EXPECT_EQ(restored.size(), initialFrame.size());
 }
 
-TEST(ChipLayout, GrowingAndShrinkingMoveOnlyTheLeftAndBottomEdges) {
+TEST(ChipLayout, GrowingAndShrinkingMoveOnlyTheLeftAndLowerEdges) {
     Resizer resizer;
     ChipRect frame{1000, 700, 160, 48};
     const ChipPoint corner = frame.topRight();

@@ -1,7 +1,7 @@
 #include "ui/viewmodels/PanelContent.h"
 
 #include "ui/viewmodels/PanelPlacement.h"
-#include "ui/viewmodels/StatusItemLook.h"
+#include "ui/viewmodels/TrayIconLook.h"
 
 #include <gtest/gtest.h>
 
@@ -13,22 +13,22 @@ TEST(PanelContentTest, FlameAndTrayLookFollowTheRollUp) {
     EXPECT_EQ(PanelContent::aggregateFlame(AggregateStatus::working()), FlamePalette::amber());
     EXPECT_EQ(PanelContent::aggregateFlame(AggregateStatus::neutral()), std::nullopt);
 
-    const auto waiting = StatusItemLook::of(AggregateStatus::waiting(12));
+    const auto waiting = TrayIconLook::of(AggregateStatus::waiting(12));
     EXPECT_EQ(waiting.symbol, "eye.fill");
-    EXPECT_EQ(waiting.color, StatusItemColors::red);
+    EXPECT_EQ(waiting.color, TrayIconColors::red);
     EXPECT_EQ(waiting.count, std::optional<std::string>("12"));
 
-    const auto working = StatusItemLook::of(AggregateStatus::working());
+    const auto working = TrayIconLook::of(AggregateStatus::working());
     EXPECT_EQ(working.symbol, "eye");
-    EXPECT_EQ(working.color, StatusItemColors::green);
+    EXPECT_EQ(working.color, TrayIconColors::green);
     EXPECT_EQ(working.count, std::nullopt);
 
-    const auto neutral = StatusItemLook::of(AggregateStatus::neutral());
+    const auto neutral = TrayIconLook::of(AggregateStatus::neutral());
     EXPECT_EQ(neutral.symbol, "eye.slash");
-    EXPECT_EQ(neutral.color, StatusItemColors::secondary);
+    EXPECT_EQ(neutral.color, TrayIconColors::secondary);
     EXPECT_EQ(neutral.count, std::nullopt);
     // Each roll-up has a look of its own, so the icon can tell when to redraw.
-    EXPECT_NE(waiting, StatusItemLook::of(AggregateStatus::waiting(11)));
+    EXPECT_NE(waiting, TrayIconLook::of(AggregateStatus::waiting(11)));
 }
 
 TEST(PanelContentTest, ToggleOffersTheOppositeOfTheCurrentSetting) {

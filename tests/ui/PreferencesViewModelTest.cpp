@@ -1,7 +1,7 @@
 #include "ui/viewmodels/PreferencesViewModel.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 

@@ -78,7 +78,7 @@ int runWatchCommand(int argc, char** argv) {
     });
 
     printOutputs(tracking.preferences, *alerts, tracking.reader.directory().string());
-    if (tracking.preferences.notificationBannerEnabled()) alerts->banner().ensureAuthorization();
+    if (tracking.preferences.notificationBannerEnabled()) alerts->banner().ensureCapabilitiesKnown();
     tracking.store.start();
     return QCoreApplication::exec();
 }

@@ -59,11 +59,11 @@ void AppCoordinator::start() {
     std::filesystem::create_directories(statusDirectory(), ignored);
 
     auto& preferences = m_tracking.preferences;
-    if (preferences.notificationBannerEnabled()) m_alerts->banner().ensureAuthorization();
+    if (preferences.notificationBannerEnabled()) m_alerts->banner().ensureCapabilitiesKnown();
     bool first = true;
     m_cancellables.add(preferences.notificationBannerEnabled.observe([this, first](bool enabled) mutable {
         if (std::exchange(first, false) || !enabled) return;
-        m_alerts->banner().ensureAuthorization();
+        m_alerts->banner().ensureCapabilitiesKnown();
     }));
 
     m_tracking.store.start();

@@ -18,7 +18,7 @@
 #include "services/hotkey/KeyboardShortcuts.h"
 #include "services/telemetry/TelemetryAnalyticsReporter.h"
 #include "services/telemetry/TelemetryClientFactory.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/FloatingChipWindowController.h"
 
 #include <filesystem>
@@ -37,16 +37,16 @@ public:
     AppCoordinator(const AppCoordinator&) = delete;
     AppCoordinator& operator=(const AppCoordinator&) = delete;
 
-    // Runs once, when the tray icon first shows: status folder, banner authorization, the session
-    // pipeline with its first pass (alerts for sessions already waiting), the chip, its shortcut, then
-    // analytics.
+    // Runs once, when the tray icon first shows: status folder, notification server's capabilities, the
+    // session pipeline with its first pass (alerts for sessions already waiting), the chip, its shortcut,
+    // then analytics.
     void start();
 
     static std::filesystem::path statusDirectory();
 
     PreferencesStore& preferences() { return m_tracking.preferences; }
     SessionStore& store() { return m_tracking.store; }
-    MenuBarViewModel& menuViewModel() { return m_menuViewModel; }
+    TrayViewModel& menuViewModel() { return m_menuViewModel; }
     LoginItemManager& loginItems() { return m_loginItems; }
     TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
     FeedbackViewModel& feedback() { return m_feedback; }
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<FocusServices> m_focus;
     std::unique_ptr<AlertServices> m_alerts;
     SessionTracking m_tracking;
-    MenuBarViewModel m_menuViewModel;
+    TrayViewModel m_menuViewModel;
     XdgAutostartLoginItems m_autostart;
     LoginItemManager m_loginItems;
     XcbChipPinner m_chipPinner;

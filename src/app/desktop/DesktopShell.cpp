@@ -7,7 +7,7 @@
 #include "ui/views/FeedbackView.h"
 #include "ui/views/Openers.h"
 #include "ui/views/PanelWindow.h"
-#include "ui/views/StatusItemIcon.h"
+#include "ui/views/TrayIcon.h"
 #include "ui/views/settings/PreferencesView.h"
 
 #include <QApplication>
@@ -38,11 +38,11 @@ DesktopShell::DesktopShell(AppCoordinator& coordinator, DesktopWindows windows)
       m_panel(std::make_unique<PanelWindow>(coordinator.menuViewModel(), coordinator.preferences(),
                                             panelActions())),
       m_menu(std::make_unique<QMenu>()) {
-    m_icon = std::make_unique<StatusItemIcon>(coordinator.menuViewModel(),
-                                              [this](const QIcon& icon, const QString& tip) {
-                                                  m_tray.setIcon(icon);
-                                                  m_tray.setToolTip(tip);
-                                              });
+    m_icon = std::make_unique<TrayIcon>(coordinator.menuViewModel(),
+                                        [this](const QIcon& icon, const QString& tip) {
+                                            m_tray.setIcon(icon);
+                                            m_tray.setToolTip(tip);
+                                        });
 
     // Trays differ in which click they pass on; the menu offers the same ways in from any of them.
     m_menu->setStyleSheet(menuStyle());

@@ -18,7 +18,7 @@ class AppCoordinator;
 class FeedbackView;
 class PanelWindow;
 class PreferencesView;
-class StatusItemIcon;
+class TrayIcon;
 class WindowRequestService;
 
 // The windows opened from the shell, each built when first asked for and gone when closed.
@@ -62,7 +62,7 @@ private:
     std::unique_ptr<PanelWindow> m_panel;
     std::unique_ptr<QMenu> m_menu;
     QSystemTrayIcon m_tray;
-    std::unique_ptr<StatusItemIcon> m_icon;
+    std::unique_ptr<TrayIcon> m_icon;
     std::unique_ptr<WindowRequestService> m_requests;
 };
 

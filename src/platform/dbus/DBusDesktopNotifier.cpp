@@ -21,15 +21,13 @@ DBusDesktopNotifier::DBusDesktopNotifier(QDBusConnection connection) : m_connect
 
 DBusDesktopNotifier::~DBusDesktopNotifier() = default;
 
-bool DBusDesktopNotifier::requestAuthorization() {
-    if (!m_connection.isConnected()) return false;
+void DBusDesktopNotifier::learnCapabilities() {
+    if (!m_connection.isConnected()) return;
     const QDBusMessage call =
         QDBusMessage::createMethodCall(service, objectPath, interface, QStringLiteral("GetCapabilities"));
     const QDBusMessage reply = m_connection.call(call, QDBus::Block, capabilitiesTimeoutMs);
-    if (reply.type() != QDBusMessage::ReplyMessage) return false;
-    if (!reply.arguments().isEmpty())
-        m_bodyMarkup = reply.arguments().constFirst().toStringList().contains(QStringLiteral("body-markup"));
-    return true;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return;
+    m_bodyMarkup = reply.arguments().constFirst().toStringList().contains(QStringLiteral("body-markup"));
 }
 
 void DBusDesktopNotifier::show(const std::string& title, const std::string& body) {

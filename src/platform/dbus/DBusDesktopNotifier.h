@@ -24,7 +24,7 @@ public:
 
     // Asks the server for its capabilities, which also starts a server that the bus can activate;
     // blocks for at most a few seconds.
-    bool requestAuthorization() override;
+    void learnCapabilities() override;
     void show(const std::string& title, const std::string& body) override;
 
 private:

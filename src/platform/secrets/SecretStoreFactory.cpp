@@ -1,7 +1,7 @@
 #include "platform/secrets/SecretStoreFactory.h"
 
 #include "platform/secrets/FileSecretStore.h"
-#include "platform/secrets/KeychainManager.h"
+#include "platform/secrets/SecretServiceStore.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -44,7 +44,8 @@ bool secretServiceAnswers(Seconds timeout) {
 
 ChosenSecretStore chooseSecretStore(const std::string& service, std::filesystem::path fallbackFile,
                                     Seconds probeTimeout) {
-    if (secretServiceAnswers(probeTimeout)) return {std::make_unique<KeychainManager>(service), std::nullopt};
+    if (secretServiceAnswers(probeTimeout))
+        return {std::make_unique<SecretServiceStore>(service), std::nullopt};
     if (fallbackFile.empty()) fallbackFile = FileSecretStore::defaultFile();
     return {std::make_unique<FileSecretStore>(fallbackFile), fallbackFile};
 }

@@ -1,6 +1,6 @@
 #include "ui/viewmodels/ChipHeader.h"
 
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 
 namespace tovrin::ChipHeader {
 
@@ -42,7 +42,7 @@ Content content(AggregateStatus::Kind aggregate, std::size_t waiting, std::size_
     return result;
 }
 
-Content content(const MenuBarViewModel& model, bool expanded) {
+Content content(const TrayViewModel& model, bool expanded) {
     return content(model.aggregate().kind, model.waiting().size(), model.working().size(),
                    model.idle().size(), expanded);
 }

@@ -10,7 +10,7 @@
 
 namespace tovrin {
 
-class MenuBarViewModel;
+class TrayViewModel;
 
 // The one line the floating chip shows collapsed, and when it unfolds.
 namespace ChipHeader {
@@ -35,7 +35,7 @@ std::string summaryText(std::size_t waiting, std::size_t working, std::size_t id
 
 Content content(AggregateStatus::Kind aggregate, std::size_t waiting, std::size_t working, std::size_t idle,
                 bool expanded);
-Content content(const MenuBarViewModel& model, bool expanded);
+Content content(const TrayViewModel& model, bool expanded);
 
 // A tap on the header unfolds or folds the chip, but only when there is a list to show.
 bool toggledExpanded(bool expanded, bool hasSessions);

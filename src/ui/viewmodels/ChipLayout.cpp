@@ -28,7 +28,7 @@ std::optional<ChipPoint> savedAnchor(const SavedCorner& saved) {
 }
 
 ChipRect frameWithTopRight(ChipPoint topRight, ChipSize size) {
-    return {topRight.x - size.width, topRight.y - size.height, size.width, size.height};
+    return {topRight.x - size.width, topRight.y, size.width, size.height};
 }
 
 ChipRect placedFrame(const ChipRect& frame, const SavedCorner& saved,
@@ -36,7 +36,7 @@ ChipRect placedFrame(const ChipRect& frame, const SavedCorner& saved,
     if (auto anchor = savedAnchor(saved)) return frameWithTopRight(*anchor, frame.size());
     if (mainScreenVisibleFrame) {
         const ChipPoint corner{mainScreenVisibleFrame->maxX() - screenInset,
-                               mainScreenVisibleFrame->maxY() - screenInset};
+                               mainScreenVisibleFrame->y + screenInset};
         return frameWithTopRight(corner, frame.size());
     }
     return frame;

@@ -6,8 +6,8 @@
 
 namespace tovrin {
 
-// Geometry of the floating chip, in screen points with y upward and the origin at the lower left, the
-// convention of the saved corner. A toolkit with y downward flips at its edge.
+// Geometry of the floating chip in screen coordinates: origin at the top left of the virtual desktop,
+// y downward.
 struct ChipSize {
     double width = 0;
     double height = 0;
@@ -30,7 +30,7 @@ struct ChipRect {
 
     double maxX() const { return x + width; }
     double maxY() const { return y + height; }
-    ChipPoint topRight() const { return {maxX(), maxY()}; }
+    ChipPoint topRight() const { return {maxX(), y}; }
     ChipSize size() const { return {width, height}; }
 
     bool operator==(const ChipRect&) const = default;

@@ -31,7 +31,7 @@ std::filesystem::path overrideFolder(const std::filesystem::path& home) {
 
 std::vector<std::filesystem::path> overrideCandidates(const std::filesystem::path& folder,
                                                       std::string_view tool) {
-    static constexpr std::string_view extensions[] = {"png", "icns", "jpg", "jpeg", "pdf"};
+    static constexpr std::string_view extensions[] = {"png", "svg", "jpg", "jpeg"};
     std::vector<std::filesystem::path> candidates;
     // A tool id that could climb out of the folder names no file there.
     if (tool.empty() || tool.find('/') != std::string_view::npos || tool == "." || tool == "..")

@@ -12,7 +12,7 @@ namespace tovrin::ToolIconSources {
 
 // ~/.tovrin/icons
 std::filesystem::path overrideFolder(const std::filesystem::path& home);
-// The files a user override may be, in the order tried: <tool>.png, .icns, .jpg, .jpeg, .pdf.
+// The files a user override may be, in the order tried: <tool>.png, .svg, .jpg, .jpeg.
 std::vector<std::filesystem::path> overrideCandidates(const std::filesystem::path& folder,
                                                       std::string_view tool);
 

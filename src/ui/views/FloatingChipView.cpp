@@ -4,7 +4,7 @@
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/SoftGlow.h"
 #include "ui/viewmodels/ChipHeader.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/AppActionsFooter.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/FloatingChipHeader.h"
@@ -112,7 +112,7 @@ private:
 
 } // namespace
 
-FloatingChipView::FloatingChipView(MenuBarViewModel& model, FloatingChipActions actions, QWidget* parent)
+FloatingChipView::FloatingChipView(TrayViewModel& model, FloatingChipActions actions, QWidget* parent)
     : QWidget(parent), m_model(model), m_actions(std::move(actions)), m_header(new FloatingChipHeader(this)),
       m_list(new SessionListView(model)) {
     setAttribute(Qt::WA_TranslucentBackground);

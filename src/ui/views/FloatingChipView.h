@@ -11,7 +11,7 @@ namespace tovrin {
 
 class AppActionsFooter;
 class FloatingChipHeader;
-class MenuBarViewModel;
+class TrayViewModel;
 class SessionListView;
 
 // What the chip's content asks of its host.
@@ -31,7 +31,7 @@ public:
     static constexpr int listWidth = 315;
     static constexpr double cornerRadius = 16;
 
-    FloatingChipView(MenuBarViewModel& model, FloatingChipActions actions, QWidget* parent = nullptr);
+    FloatingChipView(TrayViewModel& model, FloatingChipActions actions, QWidget* parent = nullptr);
 
     bool expanded() const { return m_expanded; }
     FloatingChipHeader* header() const { return m_header; }
@@ -63,7 +63,7 @@ private:
     void refresh();
     void tapHeader();
 
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     FloatingChipActions m_actions;
     bool m_expanded = false;
     FloatingChipHeader* m_header;

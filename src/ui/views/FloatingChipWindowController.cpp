@@ -2,7 +2,7 @@
 
 #include "core/PreferencesStore.h"
 #include "ui/viewmodels/ChipCornerDefaults.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/FloatingChipPanel.h"
 #include "ui/views/FloatingChipPinning.h"
@@ -18,32 +18,21 @@ namespace tovrin {
 
 namespace {
 
-// Qt's screen coordinates run down from the top of the primary screen; the chip's geometry and its
-// saved corner run up from that screen's bottom. Every conversion between the two goes through here.
-class ScreenSpace {
-public:
-    ScreenSpace() : m_screen(QGuiApplication::primaryScreen()) {
-        if (m_screen) m_flip = m_screen->geometry().y() + m_screen->geometry().height();
-    }
+ChipRect toChip(const QRect& r) {
+    return {double(r.x()), double(r.y()), double(r.width()), double(r.height())};
+}
 
-    ChipRect toChip(const QRect& r) const {
-        return {double(r.x()), double(m_flip - r.y() - r.height()), double(r.width()), double(r.height())};
-    }
-    // Rounded so that the top-right corner lands exactly where asked.
-    QRect toQt(const ChipRect& r) const {
-        const int width = qRound(r.width);
-        const int height = qRound(r.height);
-        return {qRound(r.maxX()) - width, m_flip - qRound(r.maxY()), width, height};
-    }
-    std::optional<ChipRect> mainScreenVisibleFrame() const {
-        if (!m_screen) return std::nullopt;
-        return toChip(m_screen->availableGeometry());
-    }
+// Rounded so that the top-right corner lands exactly where asked.
+QRect toQt(const ChipRect& r) {
+    const int width = qRound(r.width);
+    return {qRound(r.maxX()) - width, qRound(r.y), width, qRound(r.height)};
+}
 
-private:
-    QScreen* m_screen;
-    int m_flip = 0;
-};
+std::optional<ChipRect> mainScreenVisibleFrame() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) return std::nullopt;
+    return toChip(screen->availableGeometry());
+}
 
 void showStandardAbout() {
     auto* box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Tovrin"),
@@ -54,7 +43,7 @@ void showStandardAbout() {
 
 } // namespace
 
-FloatingChipWindowController::FloatingChipWindowController(MenuBarViewModel& viewModel,
+FloatingChipWindowController::FloatingChipWindowController(TrayViewModel& viewModel,
                                                            PreferencesStore& preferences,
                                                            DefaultsStore& defaults,
                                                            FloatingChipPinning* pinning)
@@ -74,7 +63,7 @@ void FloatingChipWindowController::buildPanel() {
     actions.onSizeChange = [this](ChipSize size) { resizeTo(size); };
 
     m_panel = std::make_unique<FloatingChipPanel>(new FloatingChipView(m_viewModel, std::move(actions)));
-    m_panel->setGeometry(ScreenSpace().toQt(ChipLayout::initialFrame));
+    m_panel->setGeometry(toQt(ChipLayout::initialFrame));
     m_panel->onMove = [this] { windowDidMove(); };
     m_panel->onExposed = [this] { pinWindow(); };
     positionAtSavedAnchor();
@@ -130,25 +119,21 @@ void FloatingChipWindowController::standInForTray(QMenu& menu) {
 
 void FloatingChipWindowController::positionAtSavedAnchor() {
     if (!m_panel) return;
-    const ScreenSpace space;
-    const ChipRect placed =
-        ChipLayout::placedFrame(space.toChip(m_panel->geometry()), ChipCornerDefaults::read(m_defaults),
-                                space.mainScreenVisibleFrame());
+    const ChipRect placed = ChipLayout::placedFrame(
+        toChip(m_panel->geometry()), ChipCornerDefaults::read(m_defaults), mainScreenVisibleFrame());
     // The window itself, not a frame that a window manager may add around it: the corner is the chip's.
-    m_panel->setGeometry(space.toQt(placed));
+    m_panel->setGeometry(toQt(placed));
 }
 
 void FloatingChipWindowController::windowDidMove() {
     if (!m_panel) return;
-    ChipCornerDefaults::write(m_defaults,
-                              ChipLayout::cornerToSave(ScreenSpace().toChip(m_panel->geometry())));
+    ChipCornerDefaults::write(m_defaults, ChipLayout::cornerToSave(toChip(m_panel->geometry())));
 }
 
 void FloatingChipWindowController::resizeTo(ChipSize measured) {
     if (!m_panel) return;
-    const ScreenSpace space;
-    if (const auto frame = m_resizer.resize(space.toChip(m_panel->geometry()), measured))
-        m_panel->setGeometry(space.toQt(*frame));
+    if (const auto frame = m_resizer.resize(toChip(m_panel->geometry()), measured))
+        m_panel->setGeometry(toQt(*frame));
 }
 
 void FloatingChipWindowController::pinWindow() {

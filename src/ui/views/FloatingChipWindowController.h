@@ -12,7 +12,7 @@ class ChangeRelay;
 class DefaultsStore;
 class FloatingChipPanel;
 class FloatingChipPinning;
-class MenuBarViewModel;
+class TrayViewModel;
 class PreferencesStore;
 
 // Owns the floating chip's window: where it stands, when it shows, how opaque it is. The window keeps
@@ -21,7 +21,7 @@ class PreferencesStore;
 class FloatingChipWindowController {
 public:
     // `pinning`, when given, keeps the window on every workspace on X11; it must outlive the controller.
-    FloatingChipWindowController(MenuBarViewModel& viewModel, PreferencesStore& preferences,
+    FloatingChipWindowController(TrayViewModel& viewModel, PreferencesStore& preferences,
                                  DefaultsStore& defaults, FloatingChipPinning* pinning = nullptr);
     ~FloatingChipWindowController();
     FloatingChipWindowController(const FloatingChipWindowController&) = delete;
@@ -47,7 +47,7 @@ private:
     void resizeTo(ChipSize measured);
     void pinWindow();
 
-    MenuBarViewModel& m_viewModel;
+    TrayViewModel& m_viewModel;
     PreferencesStore& m_preferences;
     DefaultsStore& m_defaults;
     FloatingChipPinning* m_pinning;

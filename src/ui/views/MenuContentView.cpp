@@ -2,8 +2,8 @@
 
 #include "ui/theme/BronzeHairline.h"
 #include "ui/theme/ForgeTheme.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
 #include "ui/viewmodels/PanelContent.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/FloatingWindowToggle.h"
@@ -22,7 +22,7 @@
 
 namespace tovrin {
 
-MenuContentView::MenuContentView(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+MenuContentView::MenuContentView(TrayViewModel& model, PreferencesStore& preferences, AppActions actions,
                                  QWidget* parent)
     : QWidget(parent), m_model(model), m_header(new PanelHeader(this)), m_list(new SessionListView(model)),
       m_scroller(new SessionScroller(m_list, this)),

@@ -7,7 +7,7 @@
 namespace tovrin {
 
 class FloatingWindowToggle;
-class MenuBarViewModel;
+class TrayViewModel;
 class PanelHeader;
 class PreferencesStore;
 class SessionListView;
@@ -21,7 +21,7 @@ class MenuContentView : public QWidget {
 public:
     static constexpr int panelWidth = 375;
 
-    MenuContentView(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+    MenuContentView(TrayViewModel& model, PreferencesStore& preferences, AppActions actions,
                     QWidget* parent = nullptr);
 
     // The most the session list may take before it scrolls.
@@ -43,7 +43,7 @@ protected:
 private:
     void refresh();
 
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     PanelHeader* m_header;
     SessionListView* m_list;
     SessionScroller* m_scroller;

@@ -24,7 +24,7 @@ PanelRect panelRect(const QRect& r) {
 
 } // namespace
 
-PanelWindow::PanelWindow(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+PanelWindow::PanelWindow(TrayViewModel& model, PreferencesStore& preferences, AppActions actions,
                          QWidget* parent)
     : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                           Qt::X11BypassWindowManagerHint | Qt::NoDropShadowWindowHint),

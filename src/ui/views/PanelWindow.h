@@ -8,7 +8,7 @@
 
 namespace tovrin {
 
-class MenuBarViewModel;
+class TrayViewModel;
 class MenuContentView;
 class PreferencesStore;
 
@@ -19,7 +19,7 @@ class PreferencesStore;
 // keyboard itself, whatever the desktop thinks of focus taken by a background application.
 class PanelWindow : public QWidget {
 public:
-    PanelWindow(MenuBarViewModel& model, PreferencesStore& preferences, AppActions actions,
+    PanelWindow(TrayViewModel& model, PreferencesStore& preferences, AppActions actions,
                 QWidget* parent = nullptr);
 
     // Opens by `anchor`, the tray icon's geometry; an empty anchor means the pointer's position.

@@ -1,7 +1,7 @@
 #include "ui/views/SessionListView.h"
 
 #include "ui/theme/ForgeTheme.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/ChangeRelay.h"
 #include "ui/views/SessionSectionView.h"
 
@@ -9,7 +9,7 @@
 
 namespace tovrin {
 
-SessionListView::SessionListView(MenuBarViewModel& model, QWidget* parent)
+SessionListView::SessionListView(TrayViewModel& model, QWidget* parent)
     : QWidget(parent), m_model(model),
       m_waiting(new SessionSectionView(ForgeStyle::qColor(ForgeTheme::waitingRed), model, this)),
       m_working(new SessionSectionView(ForgeStyle::qColor(ForgeTheme::workingAmber), model, this)),

@@ -5,7 +5,7 @@
 
 namespace tovrin {
 
-class MenuBarViewModel;
+class TrayViewModel;
 class SessionRowView;
 class SessionSectionView;
 
@@ -13,7 +13,7 @@ class SessionSectionView;
 // the model by itself. Its width is its host's.
 class SessionListView : public QWidget {
 public:
-    explicit SessionListView(MenuBarViewModel& model, QWidget* parent = nullptr);
+    explicit SessionListView(TrayViewModel& model, QWidget* parent = nullptr);
 
     SessionSectionView* waitingSection() const { return m_waiting; }
     SessionSectionView* workingSection() const { return m_working; }
@@ -24,7 +24,7 @@ public:
 private:
     void refresh();
 
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     SessionSectionView* m_waiting;
     SessionSectionView* m_working;
     SessionSectionView* m_resting;

@@ -2,8 +2,8 @@
 
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/ToolBadge.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
 #include "ui/viewmodels/SessionRowText.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/SymbolButton.h"
 #include "ui/views/ViewAccessibility.h"
@@ -29,7 +29,7 @@ QString qString(const std::string& text) {
 
 } // namespace
 
-SessionRowView::SessionRowView(const AgentSession& session, MenuBarViewModel& model, QWidget* parent)
+SessionRowView::SessionRowView(const AgentSession& session, TrayViewModel& model, QWidget* parent)
     : QWidget(parent), m_session(session), m_model(model),
       m_title(new ElidedLabel(ForgeStyle::systemFont(14), QColor())),
       m_subtitle(new ElidedLabel(ForgeStyle::systemFont(12), ForgeStyle::qColor(ForgeTheme::ashDim))) {
@@ -72,7 +72,7 @@ void SessionRowView::activate() {
 }
 
 void SessionRowView::reveal() {
-    m_model.focuser().revealInFinder(m_session);
+    m_model.focuser().revealInFileManager(m_session);
 }
 
 void SessionRowView::dismiss() {

@@ -7,7 +7,7 @@
 namespace tovrin {
 
 class ElidedLabel;
-class MenuBarViewModel;
+class TrayViewModel;
 class SymbolButton;
 
 // One session: its tool's badge, its title in the colour of its state and a subtitle. A click, Enter
@@ -16,7 +16,7 @@ class SymbolButton;
 // warms it too, with an ember edge.
 class SessionRowView : public QWidget {
 public:
-    SessionRowView(const AgentSession& session, MenuBarViewModel& model, QWidget* parent = nullptr);
+    SessionRowView(const AgentSession& session, TrayViewModel& model, QWidget* parent = nullptr);
 
     // Takes a newer record of the same session and redraws its texts.
     void setSession(const AgentSession& session);
@@ -48,7 +48,7 @@ private:
     void refreshTexts();
 
     AgentSession m_session;
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     ElidedLabel* m_title;
     ElidedLabel* m_subtitle;
     QWidget* m_buttons = nullptr;

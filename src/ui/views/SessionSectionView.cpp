@@ -11,7 +11,7 @@
 
 namespace tovrin {
 
-SessionSectionView::SessionSectionView(const QColor& tint, MenuBarViewModel& model, QWidget* parent)
+SessionSectionView::SessionSectionView(const QColor& tint, TrayViewModel& model, QWidget* parent)
     : QWidget(parent), m_model(model), m_rowsLayout(new QVBoxLayout) {
     ViewAccessibility::install();
     QFont headingFont = ForgeStyle::systemFont(11, QFont::DemiBold);

@@ -13,14 +13,14 @@ class QVBoxLayout;
 namespace tovrin {
 
 class ElidedLabel;
-class MenuBarViewModel;
+class TrayViewModel;
 class SessionRowView;
 
 // A heading with a glowing dot of the section's tint, then one row per session. With no sessions
 // the section is hidden altogether, heading included.
 class SessionSectionView : public QWidget {
 public:
-    SessionSectionView(const QColor& tint, MenuBarViewModel& model, QWidget* parent = nullptr);
+    SessionSectionView(const QColor& tint, TrayViewModel& model, QWidget* parent = nullptr);
 
     // Rows are kept by session id: a session that stays keeps its row (and its hover), others come
     // and go, and the rows follow the list's order.
@@ -32,7 +32,7 @@ public:
     std::vector<SessionRowView*> rows() const;
 
 private:
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     QString m_title;
     ElidedLabel* m_heading;
     QVBoxLayout* m_rowsLayout;

@@ -1,7 +1,7 @@
 #include "alerts/telegram/TelegramChannel.h"
 
 #include "alerts/telegram/TelegramFakes.h"
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "alerts/telegram/TelegramSettingsViewModel.h"
 
 #include "alerts/telegram/TelegramFakes.h"
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 

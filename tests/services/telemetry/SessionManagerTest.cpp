@@ -1,8 +1,8 @@
 #include "services/telemetry/SessionManager.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "services/telemetry/TelemetryTestSupport.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "services/telemetry/TelemetryAnalyticsReporter.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
 #include <memory>

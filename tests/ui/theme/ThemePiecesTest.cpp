@@ -133,7 +133,7 @@ TEST(ToolBadgeTest, AUserOverrideWinsAndAFileThatDoesNotLoadIsPassedOver) {
     home.write(".tovrin/icons/override-probe.png", encoded(Qt::magenta, "PNG").toStdString());
     home.write(".tovrin/icons/override-probe.jpg", encoded(Qt::green, "JPG").toStdString());
     home.write(".tovrin/icons/broken-probe.png", "not a picture");
-    home.write(".tovrin/icons/broken-probe.icns", "nor this");
+    home.write(".tovrin/icons/broken-probe.svg", "nor this");
     home.write(".tovrin/icons/broken-probe.jpg", encoded(Qt::cyan, "JPG").toStdString());
 
     ToolBadge overridden("override-probe", 22);

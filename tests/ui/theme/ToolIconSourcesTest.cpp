@@ -12,8 +12,8 @@ TEST(ToolIconSourcesTest, OverridesAreTriedInTheirFixedOrderAndStayInTheFolder) 
     const auto folder = overrideFolder("/home/ada");
     EXPECT_EQ(folder, std::filesystem::path("/home/ada/.tovrin/icons"));
     EXPECT_EQ(overrideCandidates(folder, "copilot-cli"),
-              (Paths{folder / "copilot-cli.png", folder / "copilot-cli.icns", folder / "copilot-cli.jpg",
-                     folder / "copilot-cli.jpeg", folder / "copilot-cli.pdf"}));
+              (Paths{folder / "copilot-cli.png", folder / "copilot-cli.svg", folder / "copilot-cli.jpg",
+                     folder / "copilot-cli.jpeg"}));
     EXPECT_TRUE(overrideCandidates(folder, "../secret").empty());
     EXPECT_TRUE(overrideCandidates(folder, "").empty());
 }

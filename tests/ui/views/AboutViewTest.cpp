@@ -1,9 +1,9 @@
 #include "ui/views/AboutView.h"
 
 #include "core/BuildInfo.h"
-#include "core/MemoryDefaultsStore.h"
 #include "services/UpdaterManager.h"
 #include "support/FakeHttpClient.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
 #include "ui/theme/ForgeTheme.h"

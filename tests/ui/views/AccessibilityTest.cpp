@@ -1,10 +1,10 @@
 #include "core/BuildInfo.h"
-#include "core/MemoryDefaultsStore.h"
 #include "services/UpdaterManager.h"
 #include "support/FakeHttpClient.h"
-#include "support/MenuModelFixture.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/QtEventLoopTest.h"
 #include "support/SettleEvents.h"
+#include "support/TrayModelFixture.h"
 #include "support/WidgetInput.h"
 #include "ui/theme/ForgeToggle.h"
 #include "ui/viewmodels/AboutContent.h"
@@ -100,7 +100,7 @@ protected:
     }
     std::vector<SessionRowView*> panelRows() const { return panel->content()->sessionList()->rows(); }
 
-    test::MenuModelFixture fixture;
+    test::TrayModelFixture fixture;
     test::FakeHttpClient http;
     MemoryDefaultsStore updateDefaults;
     UpdaterManager updater{UpdateConfiguration{}, {http, nullptr, updateDefaults}, std::nullopt, {}};

@@ -1,8 +1,8 @@
 #include "ui/views/FloatingChipView.h"
 
-#include "support/MenuModelFixture.h"
 #include "support/RenderedImages.h"
 #include "support/ScopedEnv.h"
+#include "support/TrayModelFixture.h"
 #include "support/WidgetInput.h"
 #include "ui/views/AppActionsFooter.h"
 #include "ui/views/FloatingChipHeader.h"
@@ -27,7 +27,7 @@ class FloatingChipViewTest : public ::testing::Test {
 protected:
     // A still flame, so that pixels can be compared.
     test::ScopedEnv stillFlame{"TOVRIN_REDUCE_MOTION", "1"};
-    test::MenuModelFixture chip;
+    test::TrayModelFixture chip;
     std::vector<ChipSize> reported;
     std::vector<std::string> calls;
 

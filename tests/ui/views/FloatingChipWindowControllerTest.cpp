@@ -1,6 +1,6 @@
 #include "ui/views/FloatingChipWindowController.h"
 
-#include "support/MenuModelFixture.h"
+#include "support/TrayModelFixture.h"
 #include "support/WidgetInput.h"
 #include "ui/views/FloatingChipHeader.h"
 #include "ui/views/FloatingChipPanel.h"
@@ -38,7 +38,7 @@ protected:
     }
 
     MemoryDefaultsStore defaults;
-    test::MenuModelFixture chip{defaults};
+    test::TrayModelFixture chip{defaults};
 };
 
 TEST_F(FloatingChipWindowControllerTest, FirstPlacementIsInsetFromTheScreensTopRight) {
@@ -68,13 +68,12 @@ TEST_F(FloatingChipWindowControllerTest, UnfoldingGrowsLeftAndDownAndARestartFin
     EXPECT_EQ(expanded.right(), collapsed.right());
     EXPECT_EQ(expanded.top(), collapsed.top());
 
-    // Dragged while unfolded; the corner is saved in y-up screen points.
+    // Dragged while unfolded; the corner is saved in screen coordinates.
     test::drag(panel->view(), panel->view()->header()->geometry().center(), QPoint(-300, 120));
     const QPoint corner = topRight(panel);
     EXPECT_EQ(corner, QPoint(collapsed.x() + collapsed.width() - 300, collapsed.y() + 120));
-    const int flip = QGuiApplication::primaryScreen()->geometry().height();
     EXPECT_EQ(defaults.object("chipTopRightX"), nlohmann::json(double(corner.x())));
-    EXPECT_EQ(defaults.object("chipTopRightY"), nlohmann::json(double(flip - corner.y())));
+    EXPECT_EQ(defaults.object("chipTopRightY"), nlohmann::json(double(corner.y())));
 
     // A new run starts folded, smaller, yet with its top-right corner where it was left.
     controller.reset();

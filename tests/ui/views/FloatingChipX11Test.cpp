@@ -1,8 +1,8 @@
 #include "core/JsonFileDefaultsStore.h"
 #include "platform/x11/XcbChipPinner.h"
-#include "support/MenuModelFixture.h"
 #include "support/SettleEvents.h"
 #include "support/TempDir.h"
+#include "support/TrayModelFixture.h"
 #include "support/WidgetInput.h"
 #include "support/XcbTestClient.h"
 #include "ui/views/FloatingChipHeader.h"
@@ -99,7 +99,7 @@ protected:
 
     test::TempDir home;
     MemoryDefaultsStore defaults;
-    test::MenuModelFixture chip{defaults};
+    test::TrayModelFixture chip{defaults};
     XcbChipPinner m_pinner;
     std::unique_ptr<FloatingChipWindowController> m_controller;
     test::XcbTestClient m_x;

@@ -1,8 +1,8 @@
 #include "ui/views/MenuContentView.h"
 
-#include "support/MenuModelFixture.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
+#include "support/TrayModelFixture.h"
 #include "ui/theme/FireText.h"
 #include "ui/theme/ForgeTheme.h"
 #include "ui/views/AppActionsFooter.h"
@@ -51,7 +51,7 @@ protected:
     }
     SessionListView* list() const { return view->sessionList(); }
 
-    test::MenuModelFixture fixture;
+    test::TrayModelFixture fixture;
     std::vector<std::string> pressed;
     std::unique_ptr<MenuContentView> view;
 };

@@ -1,7 +1,7 @@
 #include "ui/views/PanelWindow.h"
 
-#include "support/MenuModelFixture.h"
 #include "support/SettleEvents.h"
+#include "support/TrayModelFixture.h"
 #include "ui/views/MenuContentView.h"
 
 #include <QGuiApplication>
@@ -31,7 +31,7 @@ protected:
         return list;
     }
 
-    test::MenuModelFixture fixture;
+    test::TrayModelFixture fixture;
     QRect available;
     std::unique_ptr<PanelWindow> window;
 };

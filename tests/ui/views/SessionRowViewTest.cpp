@@ -1,8 +1,8 @@
 #include "ui/views/SessionRowView.h"
 
-#include "support/MenuModelFixture.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
+#include "support/TrayModelFixture.h"
 #include "support/WidgetInput.h"
 #include "ui/theme/ForgeTheme.h"
 #include "ui/views/SessionListView.h"
@@ -43,7 +43,7 @@ protected:
     SessionRowView* waitingRow() const { return list->waitingSection()->rows().at(0); }
     SessionRowView* workingRow() const { return list->workingSection()->rows().at(0); }
 
-    test::MenuModelFixture fixture;
+    test::TrayModelFixture fixture;
     std::vector<AgentSession> sessions;
     std::unique_ptr<SessionListView> list;
 };

@@ -1,7 +1,7 @@
 #include "ui/views/ShortcutRecorder.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeGlobalShortcuts.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SettleEvents.h"
 #include "ui/views/PopupShortcutFilter.h"
 

@@ -2,7 +2,7 @@
 
 #include "alerts/telegram/TelegramFakes.h"
 #include "alerts/telegram/TelegramSettingsViewModel.h"
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/RenderedImages.h"
 #include "support/ScopedEnv.h"
 #include "support/SettleEvents.h"

@@ -1,4 +1,4 @@
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 
 #include "ui/viewmodels/SessionSections.h"
 
@@ -9,22 +9,22 @@
 
 namespace tovrin {
 
-MenuBarViewModel::RandomIndex MenuBarViewModel::systemRandom() {
+TrayViewModel::RandomIndex TrayViewModel::systemRandom() {
     auto engine = std::make_shared<std::mt19937>(std::random_device{}());
     return [engine](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(*engine); };
 }
 
-MenuBarViewModel::MenuBarViewModel(SessionStore& store, SessionFocusing& focuser, MainLoop& loop,
-                                   RandomIndex random)
+TrayViewModel::TrayViewModel(SessionStore& store, SessionFocusing& focuser, MainLoop& loop,
+                             RandomIndex random)
     : m_store(store), m_focuser(focuser), m_loop(loop), m_random(std::move(random)) {
     bind();
 }
 
-bool MenuBarViewModel::hasSessions() const {
+bool TrayViewModel::hasSessions() const {
     return !waiting().empty() || !working().empty() || !idle().empty();
 }
 
-void MenuBarViewModel::bind() {
+void TrayViewModel::bind() {
     // The store hands a new value to observers before storing it, so the model reads the pair
     // on a later turn of the loop, by value, and only while it still exists.
     const auto deliver = [this] {
@@ -45,23 +45,23 @@ void MenuBarViewModel::bind() {
     apply(m_store.sessions(), m_store.aggregate());
 }
 
-void MenuBarViewModel::apply(const std::vector<AgentSession>& sessions, const AggregateStatus& rollUp) {
+void TrayViewModel::apply(const std::vector<AgentSession>& sessions, const AggregateStatus& rollUp) {
     aggregate.set(rollUp);
     auto sections = SessionSections::of(sessions);
     waiting.set(std::move(sections.waiting));
     working.set(std::move(sections.working));
     idle.set(std::move(sections.idle));
     waitingTitle.set(
-        rolledTitle(waiting(), m_waitingSection, MenuBarPhrases::waiting, MenuBarPhrases::waitingFallback));
+        rolledTitle(waiting(), m_waitingSection, TrayPhrases::waiting, TrayPhrases::waitingFallback));
     workingTitle.set(
-        rolledTitle(working(), m_workingSection, MenuBarPhrases::working, MenuBarPhrases::workingFallback));
+        rolledTitle(working(), m_workingSection, TrayPhrases::working, TrayPhrases::workingFallback));
     restingTitle.set(
-        rolledTitle(idle(), m_restingSection, MenuBarPhrases::resting, MenuBarPhrases::restingFallback));
+        rolledTitle(idle(), m_restingSection, TrayPhrases::resting, TrayPhrases::restingFallback));
 }
 
-std::string MenuBarViewModel::rolledTitle(const std::vector<AgentSession>& list,
-                                          std::optional<SectionLine>& cache,
-                                          std::span<const std::string_view> pool, std::string_view fallback) {
+std::string TrayViewModel::rolledTitle(const std::vector<AgentSession>& list,
+                                       std::optional<SectionLine>& cache,
+                                       std::span<const std::string_view> pool, std::string_view fallback) {
     if (list.empty()) {
         // Forgotten, so that the section draws afresh when it fills again.
         cache.reset();

@@ -1,8 +1,8 @@
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 
-#include "core/MemoryDefaultsStore.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
 #include <functional>
@@ -22,7 +22,7 @@ using Ids = std::vector<std::string>;
 class NullFocuser final : public SessionFocusing {
 public:
     void focus(const AgentSession&) override {}
-    void revealInFinder(const AgentSession&) override {}
+    void revealInFileManager(const AgentSession&) override {}
 };
 
 Ids idsOf(const std::vector<AgentSession>& list) {
@@ -32,7 +32,7 @@ Ids idsOf(const std::vector<AgentSession>& list) {
     return ids;
 }
 
-class MenuBarViewModelTest : public ::testing::Test {
+class TrayViewModelTest : public ::testing::Test {
 protected:
     AgentSession make(const std::string& id, SessionState state, const std::string& tool = "claude") {
         return test::session(tool, id, state, loop.clock().now());
@@ -46,9 +46,9 @@ protected:
         publish(list);
         loop.drain();
     }
-    std::unique_ptr<MenuBarViewModel> makeModel() {
+    std::unique_ptr<TrayViewModel> makeModel() {
         // Each draw takes the next index, so consecutive draws always differ in text.
-        return std::make_unique<MenuBarViewModel>(store, focuser, loop, [this](std::size_t n) {
+        return std::make_unique<TrayViewModel>(store, focuser, loop, [this](std::size_t n) {
             drawSizes.push_back(n);
             return next++ % n;
         });
@@ -65,10 +65,10 @@ protected:
     SessionStore store{reader, preferences, {}, [](auto) { return nullptr; }, loop, loop.clock()};
     std::vector<std::size_t> drawSizes;
     std::size_t next = 0;
-    std::unique_ptr<MenuBarViewModel> model;
+    std::unique_ptr<TrayViewModel> model;
 };
 
-TEST_F(MenuBarViewModelTest, FillsAtOnceFromTheStoreSplittingInStoreOrder) {
+TEST_F(TrayViewModelTest, FillsAtOnceFromTheStoreSplittingInStoreOrder) {
     // Store order is deliberately not alphabetical: the model must not sort.
     publish({make("w2", waiting), make("k1", working), make("i9", idle), make("w1", waiting),
              make("i3", idle), make("k0", working)});
@@ -82,7 +82,7 @@ TEST_F(MenuBarViewModelTest, FillsAtOnceFromTheStoreSplittingInStoreOrder) {
     EXPECT_EQ(drawSizes.size(), 3u);
 }
 
-TEST_F(MenuBarViewModelTest, EmptyListGivesFallbacksAndAnEmptiedSectionDrawsAgainWhenRefilled) {
+TEST_F(TrayViewModelTest, EmptyListGivesFallbacksAndAnEmptiedSectionDrawsAgainWhenRefilled) {
     model = makeModel();
     EXPECT_FALSE(model->hasSessions());
     EXPECT_EQ(model->aggregate(), AggregateStatus::neutral());
@@ -102,7 +102,7 @@ TEST_F(MenuBarViewModelTest, EmptyListGivesFallbacksAndAnEmptiedSectionDrawsAgai
     EXPECT_NE(model->workingTitle(), first);
 }
 
-TEST_F(MenuBarViewModelTest, HeadingRedrawsOnlyWhenTheSetOfItsSectionChanges) {
+TEST_F(TrayViewModelTest, HeadingRedrawsOnlyWhenTheSetOfItsSectionChanges) {
     const std::vector<AgentSession> base{make("w1", waiting), make("w2", waiting), make("k1", working),
                                          make("i1", idle)};
     struct Case {
@@ -174,13 +174,14 @@ TEST_F(MenuBarViewModelTest, HeadingRedrawsOnlyWhenTheSetOfItsSectionChanges) {
 }
 
 // Every draw of each pool names a heading of its own, and no heading serves two states.
-TEST_F(MenuBarViewModelTest, EachDrawOfEachPoolIsADistinctHeading) {
+TEST_F(TrayViewModelTest, EachDrawOfEachPoolIsADistinctHeading) {
     model = makeModel();
     std::set<std::string> all;
     std::size_t draws = 0;
     for (const auto& [state, title] :
          {std::pair<SessionState, const Property<std::string>*>{waiting, &model->waitingTitle},
-          {working, &model->workingTitle}, {idle, &model->restingTitle}}) {
+          {working, &model->workingTitle},
+          {idle, &model->restingTitle}}) {
         drawSizes.clear();
         publishAndDrain({make("first", state)});
         ASSERT_EQ(drawSizes.size(), 1u);
@@ -196,7 +197,7 @@ TEST_F(MenuBarViewModelTest, EachDrawOfEachPoolIsADistinctHeading) {
     EXPECT_EQ(all.size(), draws);
 }
 
-TEST_F(MenuBarViewModelTest, DeliversOnTheLoopAfterTheStoreHasAssigned) {
+TEST_F(TrayViewModelTest, DeliversOnTheLoopAfterTheStoreHasAssigned) {
     model = makeModel();
     loop.drain();
     std::vector<AggregateStatus> seen;
@@ -218,7 +219,7 @@ TEST_F(MenuBarViewModelTest, DeliversOnTheLoopAfterTheStoreHasAssigned) {
     EXPECT_EQ(drawSizes.size(), 2u) << "the second pair of a pass must not redraw";
 }
 
-TEST_F(MenuBarViewModelTest, NothingHappensAfterTheModelIsGone) {
+TEST_F(TrayViewModelTest, NothingHappensAfterTheModelIsGone) {
     model = makeModel();
     publish({make("a", waiting)}); // deliveries pending
     const auto pending = loop.pendingTasks();

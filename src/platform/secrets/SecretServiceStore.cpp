@@ -1,4 +1,4 @@
-#include "platform/secrets/KeychainManager.h"
+#include "platform/secrets/SecretServiceStore.h"
 
 #include <utility>
 
@@ -12,15 +12,15 @@ const QString schemaName = QStringLiteral("com.tovrin.app.Secret");
 
 } // namespace
 
-KeychainManager::KeychainManager(std::string service, std::chrono::milliseconds promptTimeout)
+SecretServiceStore::SecretServiceStore(std::string service, std::chrono::milliseconds promptTimeout)
     : m_service(std::move(service)), m_client(QDBusConnection::sessionBus(), promptTimeout) {}
 
-SecretServiceClient::Attributes KeychainManager::attributes(const std::string& key) const {
+SecretServiceClient::Attributes SecretServiceStore::attributes(const std::string& key) const {
     return {{QStringLiteral("service"), QString::fromStdString(m_service)},
             {QStringLiteral("account"), QString::fromStdString(key)}};
 }
 
-std::optional<std::string> KeychainManager::string(const std::string& key) const {
+std::optional<std::string> SecretServiceStore::string(const std::string& key) const {
     for (const auto& item : m_client.search(attributes(key))) {
         const auto secret = m_client.secret(item);
         if (secret && !secret->isEmpty()) return secret->toStdString();
@@ -28,7 +28,7 @@ std::optional<std::string> KeychainManager::string(const std::string& key) const
     return std::nullopt;
 }
 
-void KeychainManager::set(const std::optional<std::string>& value, const std::string& key) {
+void SecretServiceStore::set(const std::optional<std::string>& value, const std::string& key) {
     const auto matching = attributes(key);
     std::optional<QDBusObjectPath> kept;
     if (value && !value->empty()) {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "core/MemoryDefaultsStore.h"
 #include "core/PreferencesStore.h"
 #include "sessions/SessionStore.h"
 #include "support/FakeAlertPorts.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 #include "support/SettleEvents.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 
 #include <chrono>
 #include <string>
@@ -19,14 +19,14 @@ namespace tovrin::test {
 // The real menu-bar model over a real session store whose reader the test fills, so that views see
 // changes in the order the application delivers them. Sessions are stamped against the wall clock,
 // which is what the rows' ages are measured from.
-class MenuModelFixture {
+class TrayModelFixture {
     // Declared first: the preferences read it as they are built.
     MemoryDefaultsStore m_ownDefaults;
 
 public:
-    MenuModelFixture() : preferences(m_ownDefaults) {}
+    TrayModelFixture() : preferences(m_ownDefaults) {}
     // Over settings the test keeps, e.g. a file that outlives this fixture as it would a restart.
-    explicit MenuModelFixture(DefaultsStore& defaults) : preferences(defaults) {}
+    explicit TrayModelFixture(DefaultsStore& defaults) : preferences(defaults) {}
 
     AgentSession make(const std::string& tool, const std::string& id, SessionState state,
                       double secondsAgo = 0) const {
@@ -46,7 +46,7 @@ public:
     FakeSessionReader reader;
     FakeSessionFocusing focuser;
     SessionStore store{reader, preferences, {}, [](auto) { return nullptr; }, loop, loop.clock()};
-    MenuBarViewModel model{store, focuser, loop, [](std::size_t) { return std::size_t{0}; }};
+    TrayViewModel model{store, focuser, loop, [](std::size_t) { return std::size_t{0}; }};
 };
 
 } // namespace tovrin::test

@@ -1,4 +1,4 @@
-#include "core/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 namespace tovrin {
 

@@ -1,7 +1,7 @@
-#include "ui/views/StatusItemIcon.h"
+#include "ui/views/TrayIcon.h"
 
-#include "support/MenuModelFixture.h"
 #include "support/RenderedImages.h"
+#include "support/TrayModelFixture.h"
 #include "ui/theme/ForgeTheme.h"
 
 #include <QIcon>
@@ -25,16 +25,16 @@ int countNear(const QImage& image, const QRect& area, const QColor& color) {
     return n;
 }
 
-TEST(StatusItemIconTest, EachRollUpHasItsGlyphColourAndEverySize) {
-    const StatusItemLook looks[] = {StatusItemLook::of(AggregateStatus::waiting(3)),
-                                    StatusItemLook::of(AggregateStatus::working()),
-                                    StatusItemLook::of(AggregateStatus::neutral())};
-    for (const StatusItemLook& look : looks) {
-        const QIcon icon = StatusItemIcon::icon(look);
-        for (const int side : StatusItemIcon::sides)
+TEST(TrayIconTest, EachRollUpHasItsGlyphColourAndEverySize) {
+    const TrayIconLook looks[] = {TrayIconLook::of(AggregateStatus::waiting(3)),
+                                  TrayIconLook::of(AggregateStatus::working()),
+                                  TrayIconLook::of(AggregateStatus::neutral())};
+    for (const TrayIconLook& look : looks) {
+        const QIcon icon = TrayIcon::icon(look);
+        for (const int side : TrayIcon::sides)
             EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << look.symbol << " " << side;
 
-        const QImage image = StatusItemIcon::pixmap(look, 22).toImage();
+        const QImage image = TrayIcon::pixmap(look, 22).toImage();
         ASSERT_EQ(image.size(), QSize(22, 22));
         const QColor color = ForgeStyle::qColor(look.color);
         // The glyph is drawn in its colour, over a transparent ground.
@@ -43,29 +43,26 @@ TEST(StatusItemIconTest, EachRollUpHasItsGlyphColourAndEverySize) {
     }
 }
 
-TEST(StatusItemIconTest, TheWaitingCountIsABadgeInTheLowerRightCorner) {
+TEST(TrayIconTest, TheWaitingCountIsABadgeInTheLowerRightCorner) {
     for (const int side : {22, 48}) {
         const QImage waiting =
-            StatusItemIcon::pixmap(StatusItemLook::of(AggregateStatus::waiting(7)), side).toImage();
+            TrayIcon::pixmap(TrayIconLook::of(AggregateStatus::waiting(7)), side).toImage();
         const QRect corner(side / 2, side / 2, side / 2, side / 2);
-        EXPECT_GT(countNear(waiting, corner, ForgeStyle::qColor(StatusItemColors::red)), side * side / 20);
+        EXPECT_GT(countNear(waiting, corner, ForgeStyle::qColor(TrayIconColors::red)), side * side / 20);
         EXPECT_GT(countNear(waiting, corner, Qt::white), side / 6) << "the count is written in white";
 
-        const QImage working =
-            StatusItemIcon::pixmap(StatusItemLook::of(AggregateStatus::working()), side).toImage();
+        const QImage working = TrayIcon::pixmap(TrayIconLook::of(AggregateStatus::working()), side).toImage();
         EXPECT_EQ(countNear(working, corner, Qt::white), 0);
     }
     // A long count stays inside the icon.
-    const QImage many =
-        StatusItemIcon::pixmap(StatusItemLook::of(AggregateStatus::waiting(128)), 22).toImage();
+    const QImage many = TrayIcon::pixmap(TrayIconLook::of(AggregateStatus::waiting(128)), 22).toImage();
     EXPECT_GT(countNear(many, QRect(0, 11, 22, 11), Qt::white), 3);
 }
 
-TEST(StatusItemIconTest, RedrawsOnlyWhenTheRollUpChanges) {
-    test::MenuModelFixture fixture;
+TEST(TrayIconTest, RedrawsOnlyWhenTheRollUpChanges) {
+    test::TrayModelFixture fixture;
     std::vector<QString> toolTips;
-    StatusItemIcon icon(fixture.model,
-                        [&](const QIcon&, const QString& toolTip) { toolTips.push_back(toolTip); });
+    TrayIcon icon(fixture.model, [&](const QIcon&, const QString& toolTip) { toolTips.push_back(toolTip); });
     ASSERT_EQ(toolTips.size(), 1u);
     EXPECT_EQ(icon.look().symbol, "eye.slash");
 

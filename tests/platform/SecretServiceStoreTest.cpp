@@ -1,4 +1,4 @@
-#include "platform/secrets/KeychainManager.h"
+#include "platform/secrets/SecretServiceStore.h"
 
 #include "platform/secrets/SecretStoreFactory.h"
 #include "support/QtEventLoopTest.h"
@@ -57,34 +57,34 @@ QDBusObjectPath defaultCollection() {
 
 // Runs only under with-secret-service.sh, which starts a keyring of its own: never against the
 // user's real keyring.
-class KeychainManagerTest : public test::QtEventLoopTest {
+class SecretServiceStoreTest : public test::QtEventLoopTest {
 protected:
     void SetUp() override {
         if (!std::getenv("TOVRIN_SECRET_SERVICE_TESTS"))
             GTEST_SKIP() << "needs the private keyring of tests/platform/with-secret-service.sh";
         qDBusRegisterMetaType<QMap<QString, QString>>();
     }
-    KeychainManager store{"com.tovrin.test"};
+    SecretServiceStore store{"com.tovrin.test"};
 };
 
-TEST_F(KeychainManagerTest, TheServiceAnswersAndIsChosen) {
+TEST_F(SecretServiceStoreTest, TheServiceAnswersAndIsChosen) {
     EXPECT_TRUE(secretServiceAnswers(Seconds(5)));
     const auto chosen = chooseSecretStore("com.tovrin.test");
     EXPECT_FALSE(chosen.usesFallback());
     EXPECT_EQ(chosen.notice(), "");
-    ASSERT_TRUE(dynamic_cast<KeychainManager*>(chosen.store.get()));
+    ASSERT_TRUE(dynamic_cast<SecretServiceStore*>(chosen.store.get()));
 }
 
-TEST_F(KeychainManagerTest, SetTwiceLeavesOneItemWithTheSecondValue) {
+TEST_F(SecretServiceStoreTest, SetTwiceLeavesOneItemWithTheSecondValue) {
     EXPECT_FALSE(store.string(token));
     store.set("123:ABC", token);
     store.set("456:DEF", token);
     EXPECT_EQ(store.string(token), "456:DEF");
     EXPECT_EQ(itemsFor("com.tovrin.test", token), 1);
-    EXPECT_EQ(KeychainManager("com.tovrin.test").string(token), "456:DEF");
+    EXPECT_EQ(SecretServiceStore("com.tovrin.test").string(token), "456:DEF");
 }
 
-TEST_F(KeychainManagerTest, AnEmptyValueRemovesTheItem) {
+TEST_F(SecretServiceStoreTest, AnEmptyValueRemovesTheItem) {
     store.set("-1001", chat);
     store.set("", chat);
     EXPECT_FALSE(store.string(chat));
@@ -94,8 +94,8 @@ TEST_F(KeychainManagerTest, AnEmptyValueRemovesTheItem) {
     EXPECT_FALSE(store.string(chat));
 }
 
-TEST_F(KeychainManagerTest, ServicesAndKeysKeepTheirItemsApart) {
-    KeychainManager other("com.tovrin.other");
+TEST_F(SecretServiceStoreTest, ServicesAndKeysKeepTheirItemsApart) {
+    SecretServiceStore other("com.tovrin.other");
     store.set("mine", token);
     other.set("theirs", token);
     store.set("-1", chat);
@@ -106,7 +106,7 @@ TEST_F(KeychainManagerTest, ServicesAndKeysKeepTheirItemsApart) {
     EXPECT_EQ(store.string(token), "mine");
 }
 
-TEST_F(KeychainManagerTest, ItemsCarryTheAttributesAndLabelThatEarlierVersionsWrote) {
+TEST_F(SecretServiceStoreTest, ItemsCarryTheAttributesAndLabelThatEarlierVersionsWrote) {
     store.set("123:ABC", token);
     const auto items = itemPaths("com.tovrin.test", token);
     ASSERT_EQ(items.size(), 1);
@@ -122,7 +122,7 @@ TEST_F(KeychainManagerTest, ItemsCarryTheAttributesAndLabelThatEarlierVersionsWr
 
 // Items another program (or another schema name) wrote under the same service and key are found,
 // and a new value leaves exactly one item behind.
-TEST_F(KeychainManagerTest, FindsAndReplacesItemsWrittenUnderAnotherSchemaName) {
+TEST_F(SecretServiceStoreTest, FindsAndReplacesItemsWrittenUnderAnotherSchemaName) {
     store.set(std::nullopt, token);
     SecretServiceClient client;
     const auto written = client.store("Written elsewhere",
@@ -137,21 +137,21 @@ TEST_F(KeychainManagerTest, FindsAndReplacesItemsWrittenUnderAnotherSchemaName) 
     EXPECT_EQ(itemsFor("com.tovrin.test", token), 1);
 }
 
-TEST_F(KeychainManagerTest, NonAsciiValuesSurviveTheRoundTrip) {
+TEST_F(SecretServiceStoreTest, NonAsciiValuesSurviveTheRoundTrip) {
     store.set("ключ-🔑-\t\"x\"", token);
     EXPECT_EQ(store.string(token), "ключ-🔑-\t\"x\"");
 }
 
 // A locked keyring asks the user; with no one to answer, reads find nothing and writes change
 // nothing, and neither hangs.
-TEST_F(KeychainManagerTest, ALockedKeyringWithoutAnAnswerReadsAsAbsent) {
+TEST_F(SecretServiceStoreTest, ALockedKeyringWithoutAnAnswerReadsAsAbsent) {
     store.set("123:ABC", token);
     const QDBusMessage locked =
         callSecretService("/org/freedesktop/secrets", "org.freedesktop.Secret.Service", "Lock",
                           {QVariant::fromValue(QList{defaultCollection()})});
     ASSERT_EQ(locked.type(), QDBusMessage::ReplyMessage) << locked.errorMessage().toStdString();
 
-    KeychainManager impatient("com.tovrin.test", std::chrono::seconds(2));
+    SecretServiceStore impatient("com.tovrin.test", std::chrono::seconds(2));
     const auto started = std::chrono::steady_clock::now();
     EXPECT_FALSE(impatient.string(token));
     impatient.set("456:DEF", token);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/viewmodels/StatusItemLook.h"
+#include "ui/viewmodels/TrayIconLook.h"
 
 #include <QIcon>
 #include <QObject>
@@ -10,29 +10,29 @@
 
 namespace tovrin {
 
-class MenuBarViewModel;
+class TrayViewModel;
 
 // The tray icon's image, drawn from the roll-up and handed on only when the look really changed.
-class StatusItemIcon : public QObject {
+class TrayIcon : public QObject {
 public:
     using Apply = std::function<void(const QIcon& icon, const QString& toolTip)>;
 
     static constexpr int sides[] = {16, 22, 24, 32, 48};
 
-    StatusItemIcon(MenuBarViewModel& model, Apply apply, QObject* parent = nullptr);
+    TrayIcon(TrayViewModel& model, Apply apply, QObject* parent = nullptr);
 
-    const StatusItemLook& look() const { return m_look; }
+    const TrayIconLook& look() const { return m_look; }
 
-    static QIcon icon(const StatusItemLook& look);
+    static QIcon icon(const TrayIconLook& look);
     // The glyph fills the square; a waiting count sits on it as a badge in the lower right.
-    static QPixmap pixmap(const StatusItemLook& look, int side);
+    static QPixmap pixmap(const TrayIconLook& look, int side);
 
 private:
-    void follow(const StatusItemLook& look);
+    void follow(const TrayIconLook& look);
 
-    MenuBarViewModel& m_model;
+    TrayViewModel& m_model;
     Apply m_apply;
-    StatusItemLook m_look;
+    TrayIconLook m_look;
     bool m_applied = false;
 };
 

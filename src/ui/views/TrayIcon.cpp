@@ -1,8 +1,8 @@
-#include "ui/views/StatusItemIcon.h"
+#include "ui/views/TrayIcon.h"
 
 #include "ui/theme/ForgeTheme.h"
 #include "ui/theme/Symbols.h"
-#include "ui/viewmodels/MenuBarViewModel.h"
+#include "ui/viewmodels/TrayViewModel.h"
 #include "ui/views/ChangeRelay.h"
 
 #include <QFontMetricsF>
@@ -31,7 +31,7 @@ void paintBadge(QPainter& painter, const QString& count, int side) {
     pill.addRoundedRect(badge, height / 2, height / 2);
     // A dark rim keeps the badge apart from the glyph beneath it on any panel colour.
     painter.setPen(QPen(QColor(20, 12, 14, 230), std::max(1.0, side / 22.0)));
-    painter.setBrush(ForgeStyle::qColor(StatusItemColors::red));
+    painter.setBrush(ForgeStyle::qColor(TrayIconColors::red));
     painter.drawPath(pill);
 
     painter.setPen(Qt::white);
@@ -41,14 +41,14 @@ void paintBadge(QPainter& painter, const QString& count, int side) {
 
 } // namespace
 
-StatusItemIcon::StatusItemIcon(MenuBarViewModel& model, Apply apply, QObject* parent)
+TrayIcon::TrayIcon(TrayViewModel& model, Apply apply, QObject* parent)
     : QObject(parent), m_model(model), m_apply(std::move(apply)) {
     new ChangeRelay(
-        model.objectWillChange, [this] { follow(StatusItemLook::of(m_model.aggregate())); }, this);
-    follow(StatusItemLook::of(model.aggregate()));
+        model.objectWillChange, [this] { follow(TrayIconLook::of(m_model.aggregate())); }, this);
+    follow(TrayIconLook::of(model.aggregate()));
 }
 
-void StatusItemIcon::follow(const StatusItemLook& look) {
+void TrayIcon::follow(const TrayIconLook& look) {
     // The model changes on every store pass; the icon only when the roll-up does.
     if (m_applied && look == m_look) return;
     m_look = look;
@@ -56,14 +56,14 @@ void StatusItemIcon::follow(const StatusItemLook& look) {
     m_apply(icon(m_look), QString::fromStdString(m_look.toolTip));
 }
 
-QIcon StatusItemIcon::icon(const StatusItemLook& look) {
+QIcon TrayIcon::icon(const TrayIconLook& look) {
     QIcon icon;
     for (const int side : sides)
         icon.addPixmap(pixmap(look, side));
     return icon;
 }
 
-QPixmap StatusItemIcon::pixmap(const StatusItemLook& look, int side) {
+QPixmap TrayIcon::pixmap(const TrayIconLook& look, int side) {
     QPixmap image(side, side);
     image.fill(Qt::transparent);
     QPainter painter(&image);

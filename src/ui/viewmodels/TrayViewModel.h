@@ -22,7 +22,7 @@ namespace tovrin {
 
 // The themed section headings. A heading is drawn from its pool; the fallback stands while the
 // section is empty.
-namespace MenuBarPhrases {
+namespace TrayPhrases {
 inline constexpr std::string_view waitingFallback = "Calling for aid";
 inline constexpr std::string_view workingFallback = "At work";
 inline constexpr std::string_view restingFallback = "Resting";
@@ -48,13 +48,13 @@ inline constexpr std::array<std::string_view, 14> resting{
     "Sleeping under the stars", "Telling tall tales",    "Warming by the embers", "Home in the green hills",
     "Second breakfast",         "Mending the road home",
 };
-} // namespace MenuBarPhrases
+} // namespace TrayPhrases
 
 // What the menu-bar item, the menu panel and the floating chip show: the roll-up, the sessions
 // in three sections in the store's order, and a heading per section. A heading is kept until the
 // set of sessions in its section changes, so the store's periodic refresh does not reshuffle it.
 // Views read the properties and never write them. Main loop only.
-class MenuBarViewModel {
+class TrayViewModel {
 public:
     // Returns an index below n (n > 0), uniformly.
     using RandomIndex = std::function<std::size_t(std::size_t n)>;
@@ -62,19 +62,19 @@ public:
 
     // Fills the model from the store's current state before returning; later changes of the
     // store arrive through `loop`, after the store has assigned them.
-    MenuBarViewModel(SessionStore& store, SessionFocusing& focuser, MainLoop& loop,
-                     RandomIndex random = systemRandom());
-    MenuBarViewModel(const MenuBarViewModel&) = delete;
-    MenuBarViewModel& operator=(const MenuBarViewModel&) = delete;
+    TrayViewModel(SessionStore& store, SessionFocusing& focuser, MainLoop& loop,
+                  RandomIndex random = systemRandom());
+    TrayViewModel(const TrayViewModel&) = delete;
+    TrayViewModel& operator=(const TrayViewModel&) = delete;
 
     Signal<> objectWillChange;
     Property<AggregateStatus> aggregate{objectWillChange, AggregateStatus::neutral()};
     Property<std::vector<AgentSession>> waiting{objectWillChange, {}};
     Property<std::vector<AgentSession>> working{objectWillChange, {}};
     Property<std::vector<AgentSession>> idle{objectWillChange, {}};
-    Property<std::string> waitingTitle{objectWillChange, std::string(MenuBarPhrases::waitingFallback)};
-    Property<std::string> workingTitle{objectWillChange, std::string(MenuBarPhrases::workingFallback)};
-    Property<std::string> restingTitle{objectWillChange, std::string(MenuBarPhrases::restingFallback)};
+    Property<std::string> waitingTitle{objectWillChange, std::string(TrayPhrases::waitingFallback)};
+    Property<std::string> workingTitle{objectWillChange, std::string(TrayPhrases::workingFallback)};
+    Property<std::string> restingTitle{objectWillChange, std::string(TrayPhrases::restingFallback)};
 
     // Chooses between the session list and the empty state.
     bool hasSessions() const;

@@ -1,5 +1,7 @@
 #include "alerts/CustomSoundManager.h"
 
+#include "core/AsciiText.h"
+
 #include <algorithm>
 #include <cctype>
 #include <system_error>
@@ -10,11 +12,6 @@ namespace fs = std::filesystem;
 namespace tovrin {
 
 namespace {
-
-std::string lowered(std::string text) {
-    std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
-    return text;
-}
 
 std::string uppered(std::string text) {
     std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::toupper(c); });
@@ -125,7 +122,7 @@ std::vector<AlertSound> CustomSoundManager::sounds() const {
         const auto& path = it->path();
         const auto name = path.filename().string();
         if (name.empty() || name.front() == '.') continue;
-        if (!isSupported(lowered(extensionOf(path)))) continue;
+        if (!isSupported(AsciiText::lowercased(extensionOf(path)))) continue;
         std::error_code typeError;
         if (!it->is_regular_file(typeError)) continue;
         result.push_back(soundAt(path));
@@ -167,7 +164,7 @@ fs::path CustomSoundManager::availableURL(const fs::path& source) const {
 Result<AlertSound, CustomSoundManager::ImportError>
 CustomSoundManager::importSound(const fs::path& source) const {
     using R = Result<AlertSound, ImportError>;
-    const auto ext = lowered(extensionOf(source));
+    const auto ext = AsciiText::lowercased(extensionOf(source));
     if (!isSupported(ext)) return R::failure({ImportError::Kind::unsupportedFormat, ext});
     if (!isReadableFile(source)) return R::failure({ImportError::Kind::unreadable, source.string()});
 

@@ -1,5 +1,7 @@
 #include "core/AtomicFile.h"
 
+#include "core/FileDescriptor.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -12,33 +14,6 @@ namespace {
 
 std::string describe(const char* step, const std::filesystem::path& path, int error) {
     return std::string(step) + " " + path.string() + ": " + std::strerror(error);
-}
-
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int fd) : m_fd(fd) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (m_fd >= 0) ::close(m_fd);
-    }
-    int get() const { return m_fd; }
-    int release() { return std::exchange(m_fd, -1); }
-
-private:
-    int m_fd;
-};
-
-bool writeAll(int fd, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t n = ::write(fd, content.data(), content.size());
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        content.remove_prefix(static_cast<std::size_t>(n));
-    }
-    return true;
 }
 
 // Writes the whole content to "<path>.tmp.<pid>" and flushes it; the caller puts it in place.
@@ -56,7 +31,7 @@ Result<std::filesystem::path> writeTemporary(const std::filesystem::path& path, 
         ::unlink(temp.c_str());
         return R::failure(describe(step, temp, error));
     };
-    if (!writeAll(fd.get(), content)) return fail("Could not write");
+    if (!fd.writeAll(content)) return fail("Could not write");
     if (::fchmod(fd.get(), mode) != 0) return fail("Could not set permissions of");
     if (::fsync(fd.get()) != 0) return fail("Could not flush");
     if (::close(fd.release()) != 0) return fail("Could not close");
@@ -97,16 +72,8 @@ Result<std::string> readWholeFile(const std::filesystem::path& path) {
     if (!S_ISREG(info.st_mode)) return Result<std::string>::failure(path.string() + " is not a regular file");
 
     std::string content;
-    char buffer[65536];
-    for (;;) {
-        const ssize_t n = ::read(fd.get(), buffer, sizeof buffer);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return Result<std::string>::failure(describe("Could not read", path, errno));
-        }
-        if (n == 0) break;
-        content.append(buffer, static_cast<std::size_t>(n));
-    }
+    if (!fd.readAppending(content, std::string::npos))
+        return Result<std::string>::failure(describe("Could not read", path, errno));
     return content;
 }
 

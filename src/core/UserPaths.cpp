@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <pwd.h>
+#include <string_view>
 #include <unistd.h>
 
 namespace tovrin::UserPaths {
@@ -36,6 +37,26 @@ std::filesystem::path cacheHome() {
 
 std::filesystem::path stateHome() {
     return xdgHome("XDG_STATE_HOME", ".local/state");
+}
+
+std::vector<std::filesystem::path> dataFolders() {
+    std::vector<std::filesystem::path> folders{xdgHome("XDG_DATA_HOME", ".local/share")};
+    const char* shared = nonEmptyEnv("XDG_DATA_DIRS");
+    std::string_view list = shared ? shared : "/usr/local/share:/usr/share";
+    while (!list.empty()) {
+        const auto colon = list.find(':');
+        const std::filesystem::path folder(list.substr(0, colon));
+        if (folder.is_absolute()) folders.push_back(folder);
+        list = colon == std::string_view::npos ? std::string_view{} : list.substr(colon + 1);
+    }
+    return folders;
+}
+
+std::vector<std::filesystem::path> applicationFolders() {
+    auto folders = dataFolders();
+    for (auto& folder : folders)
+        folder /= "applications";
+    return folders;
 }
 
 std::filesystem::path defaultsFile() {

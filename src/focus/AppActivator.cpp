@@ -1,10 +1,10 @@
 #include "focus/AppActivator.h"
 
-#include "core/UserPaths.h"
+#include "core/AsciiText.h"
+#include "core/AtomicFile.h"
+#include "core/KeyFile.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
 #include <set>
 #include <system_error>
 
@@ -14,54 +14,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Loose name comparison: ASCII case ignored, a blank standing for a hyphen.
 std::string folded(std::string_view text) {
-    std::string out(text);
-    for (char& c : out) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-        else if (c == ' ')
-            c = '-';
-    }
+    std::string out = AsciiText::lowercased(text);
+    std::ranges::replace(out, ' ', '-');
     return out;
 }
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-// The keys of the [Desktop Entry] group; nullopt for entries that can't be launched.
+// The [Desktop Entry] group of a launchable application entry; nullopt for any other file.
 std::optional<DesktopEntry> parseDesktopFile(const fs::path& path) {
-    std::ifstream in(path);
-    if (!in) return std::nullopt;
+    const auto text = readWholeFile(path);
+    if (!text) return std::nullopt;
+    const KeyFile::Group keys = KeyFile::group(text.value(), "Desktop Entry");
+    if (KeyFile::value(keys, "Type") != "Application" || KeyFile::value(keys, "Hidden") == "true")
+        return std::nullopt;
     DesktopEntry entry;
     entry.path = path;
-    bool inMainGroup = false;
-    bool application = false;
-    std::string line;
-    while (std::getline(in, line)) {
-        const std::string_view text = trimmed(line);
-        if (text.empty() || text.front() == '#') continue;
-        if (text.front() == '[') {
-            inMainGroup = text == "[Desktop Entry]";
-            continue;
-        }
-        if (!inMainGroup) continue;
-        const auto equals = text.find('=');
-        if (equals == std::string_view::npos) continue;
-        const std::string_view key = trimmed(text.substr(0, equals));
-        const std::string_view value = trimmed(text.substr(equals + 1));
-        if (key == "Name")
-            entry.name = value;
-        else if (key == "StartupWMClass")
-            entry.startupWMClass = value;
-        else if (key == "Type")
-            application = value == "Application";
-        else if (key == "Hidden" && value == "true")
-            return std::nullopt;
-    }
-    if (!application || entry.name.empty()) return std::nullopt;
+    entry.name = KeyFile::value(keys, "Name").value_or("");
+    entry.startupWMClass = KeyFile::value(keys, "StartupWMClass").value_or("");
+    if (entry.name.empty()) return std::nullopt;
     return entry;
 }
 
@@ -96,25 +67,6 @@ void AppActivator::activate(const std::string& recordedName) {
         }
     }
     if (!m_shell.run("gtk-launch", {entry->id})) m_shell.run("gio", {"launch", entry->path.string()});
-}
-
-std::vector<fs::path> AppActivator::applicationDirectories() {
-    std::vector<fs::path> dirs;
-    const char* dataHome = std::getenv("XDG_DATA_HOME");
-    if (dataHome && fs::path(dataHome).is_absolute())
-        dirs.push_back(fs::path(dataHome) / "applications");
-    else
-        dirs.push_back(UserPaths::home() / ".local/share/applications");
-
-    const char* dataDirs = std::getenv("XDG_DATA_DIRS");
-    std::string_view list = dataDirs && *dataDirs ? dataDirs : "/usr/local/share:/usr/share";
-    while (!list.empty()) {
-        const auto colon = list.find(':');
-        const fs::path dir(list.substr(0, colon));
-        if (dir.is_absolute()) dirs.push_back(dir / "applications");
-        list = colon == std::string_view::npos ? std::string_view{} : list.substr(colon + 1);
-    }
-    return dirs;
 }
 
 std::vector<DesktopEntry> AppActivator::readDesktopEntries(const std::vector<fs::path>& dirs) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/UserPaths.h"
 #include "focus/AppActivating.h"
 #include "focus/ShellRunner.h"
 #include "focus/WindowSystem.h"
@@ -29,7 +30,7 @@ struct DesktopEntry {
 class AppActivator final : public AppActivating {
 public:
     AppActivator(WindowSystem& windows, ShellRunner& shell,
-                 std::vector<std::filesystem::path> applicationDirs = applicationDirectories());
+                 std::vector<std::filesystem::path> applicationDirs = UserPaths::applicationFolders());
 
     // In order: the first window whose WM_CLASS class equals the name or whose instance
     // contains it; the first window of the desktop entry of that name; a launch of that entry
@@ -37,9 +38,6 @@ public:
     // queue already. An empty name does nothing.
     void activate(const std::string& name) override;
 
-    // $XDG_DATA_HOME/applications, then each of $XDG_DATA_DIRS with applications/, defaults
-    // as in the base directory rules.
-    static std::vector<std::filesystem::path> applicationDirectories();
     // Every launchable entry below the folders; an id found in an earlier folder hides later ones.
     static std::vector<DesktopEntry> readDesktopEntries(const std::vector<std::filesystem::path>& dirs);
     // The entry whose Name= matches, else the first whose id contains the name.

@@ -1,5 +1,6 @@
 #include "focus/EditorWindowRaiser.h"
 
+#include "core/AsciiText.h"
 #include "core/UserPaths.h"
 #include "core/Utf8.h"
 
@@ -148,9 +149,8 @@ std::vector<std::string> EditorWindowRaiser::titleSegments(std::string_view titl
     }
     std::vector<std::string> segments;
     for (const std::string& piece : pieces) {
-        const auto first = piece.find_first_not_of(" \t");
-        if (first == std::string::npos) continue;
-        segments.push_back(piece.substr(first, piece.find_last_not_of(" \t") - first + 1));
+        const std::string_view segment = AsciiText::trimmed(piece, " \t");
+        if (!segment.empty()) segments.emplace_back(segment);
     }
     return segments;
 }

@@ -1,5 +1,7 @@
 #include "sessions/AntigravityWaitingInspector.h"
 
+#include "core/AsciiText.h"
+#include "core/FileDescriptor.h"
 #include "core/Utf8.h"
 
 #include <algorithm>
@@ -26,41 +28,20 @@ std::string_view trimBlanks(std::string_view text) {
     return Utf8::trim(text, isBlank);
 }
 
-std::string asciiLowercase(std::string_view text) {
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](char c) { return (c >= 'A' && c <= 'Z') ? c + 32 : c; });
-    return out;
-}
-
 } // namespace
 
 std::optional<std::string> AntigravityWaitingInspector::readTail(const std::string& path,
                                                                  std::size_t maxBytes) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0) return std::nullopt;
-    struct Closer {
-        int fd;
-        ~Closer() { ::close(fd); }
-    } closer{fd};
+    const FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!fd.valid()) return std::nullopt;
 
-    const off_t size = ::lseek(fd, 0, SEEK_END);
+    const off_t size = ::lseek(fd.get(), 0, SEEK_END);
     if (size < 0) return std::nullopt;
     const off_t start = static_cast<std::size_t>(size) > maxBytes ? size - static_cast<off_t>(maxBytes) : 0;
-    (void)::lseek(fd, start, SEEK_SET);
+    (void)::lseek(fd.get(), start, SEEK_SET);
 
     std::string bytes;
-    std::array<char, 65536> buffer{};
-    while (bytes.size() < maxBytes) {
-        const ssize_t n = ::read(fd, buffer.data(), std::min(buffer.size(), maxBytes - bytes.size()));
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return std::nullopt;
-        }
-        if (n == 0) break;
-        bytes.append(buffer.data(), static_cast<std::size_t>(n));
-    }
-    if (bytes.empty()) return std::nullopt;
+    if (!fd.readAppending(bytes, maxBytes) || bytes.empty()) return std::nullopt;
     return Utf8::sanitized(bytes);
 }
 
@@ -140,7 +121,7 @@ bool AntigravityWaitingInspector::looksLikeQuestion(std::string_view message) {
     const auto options =
         std::count_if(lines.begin(), lines.end(), [](std::string_view l) { return isOptionLine(l); });
     if (options < 2) return false;
-    const std::string lowered = asciiLowercase(message);
+    const std::string lowered = AsciiText::lowercased(message);
     return std::any_of(askingPhrases.begin(), askingPhrases.end(),
                        [&](std::string_view phrase) { return lowered.find(phrase) != std::string::npos; });
 }

@@ -1,5 +1,7 @@
 #include "sessions/SessionFileReader.h"
 
+#include "core/FileDescriptor.h"
+
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
@@ -13,26 +15,6 @@ namespace {
 struct DirCloser {
     void operator()(DIR* d) const { ::closedir(d); }
 };
-
-struct FdCloser {
-    int fd;
-    ~FdCloser() { ::close(fd); }
-};
-
-// Reads up to `capacity` bytes; returns the count, or -1 on error.
-ssize_t readUpTo(int fd, char* out, std::size_t capacity) {
-    std::size_t total = 0;
-    while (total < capacity) {
-        const ssize_t n = ::read(fd, out + total, capacity - total);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return -1;
-        }
-        if (n == 0) break;
-        total += static_cast<std::size_t>(n);
-    }
-    return static_cast<ssize_t>(total);
-}
 
 } // namespace
 
@@ -56,12 +38,11 @@ std::vector<AgentSession> SessionFileReader::readAll() {
         if (entry->d_type != DT_REG && entry->d_type != DT_UNKNOWN) continue;
 
         // O_NONBLOCK: a FIFO or device must never stall the pass; O_NOFOLLOW: no symlinks.
-        const int fd =
-            ::openat(dirFd, entry->d_name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY);
-        if (fd < 0) continue;
-        const FdCloser closer{fd};
+        const FileDescriptor fd(
+            ::openat(dirFd, entry->d_name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY));
+        if (!fd.valid()) continue;
         struct stat info {};
-        if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) continue;
+        if (::fstat(fd.get(), &info) != 0 || !S_ISREG(info.st_mode)) continue;
         if (static_cast<std::size_t>(info.st_size) > maxFileSize) continue;
 
         // The size from fstat is all we read: a file still being written fails to decode and
@@ -69,7 +50,7 @@ std::vector<AgentSession> SessionFileReader::readAll() {
         const auto size = static_cast<std::size_t>(info.st_size);
         if (m_buffer.size() < size + SessionFileDecoder::padding)
             m_buffer.resize(size + SessionFileDecoder::padding);
-        const ssize_t length = readUpTo(fd, m_buffer.data(), size);
+        const ssize_t length = fd.readInto(m_buffer.data(), size);
         if (length <= 0) continue;
 
         if (auto session = m_decoder.decodePadded(m_buffer.data(), static_cast<std::size_t>(length))) {

@@ -2,7 +2,6 @@
 
 #include "support/FakeFocusPorts.h"
 #include "support/FakeWindowSystem.h"
-#include "support/ScopedEnv.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -139,21 +138,6 @@ TEST_F(AppActivatorFixture, DoesNothingForAnUnknownOrEmptyName) {
     app.activate("");
     EXPECT_TRUE(m_windows.activated.empty());
     EXPECT_TRUE(m_log.entries().empty());
-}
-
-TEST(AppActivatorTest, ApplicationDirectoriesFollowTheXdgVariables) {
-    {
-        test::ScopedEnv dataHome("XDG_DATA_HOME", "/x/data");
-        test::ScopedEnv dataDirs("XDG_DATA_DIRS", "/a:relative::/b/");
-        EXPECT_EQ(AppActivator::applicationDirectories(),
-                  (std::vector<fs::path>{"/x/data/applications", "/a/applications", "/b/applications"}));
-    }
-    test::ScopedEnv home("HOME", "/home/t");
-    test::ScopedEnv dataHome("XDG_DATA_HOME", "relative");
-    test::ScopedEnv dataDirs("XDG_DATA_DIRS", "");
-    EXPECT_EQ(AppActivator::applicationDirectories(),
-              (std::vector<fs::path>{"/home/t/.local/share/applications", "/usr/local/share/applications",
-                                     "/usr/share/applications"}));
 }
 
 } // namespace

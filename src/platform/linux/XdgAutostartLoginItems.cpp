@@ -1,11 +1,11 @@
 #include "platform/linux/XdgAutostartLoginItems.h"
 
 #include "core/AtomicFile.h"
+#include "core/KeyFile.h"
 #include "core/UserPaths.h"
 #include "core/Utf8.h"
 #include "platform/linux/InstallationPaths.h"
 
-#include <map>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -25,42 +25,6 @@ std::optional<std::filesystem::path> commandExecutable() {
     return *prefix / "bin" / "tovrin";
 }
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
-// The [Desktop Entry] group's keys as the session's key-file reader sees them: blanks around "="
-// ignored, the last of repeated keys wins, other groups and comments skipped.
-std::map<std::string, std::string, std::less<>> desktopEntryKeys(std::string_view text) {
-    std::map<std::string, std::string, std::less<>> keys;
-    bool inGroup = false;
-    while (!text.empty()) {
-        const auto end = text.find('\n');
-        const std::string_view line = trimmed(text.substr(0, end));
-        text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
-        if (line.empty() || line.front() == '#') continue;
-        if (line.front() == '[') {
-            inGroup = line == "[Desktop Entry]";
-            continue;
-        }
-        const auto equals = line.find('=');
-        if (!inGroup || equals == std::string_view::npos) continue;
-        keys.insert_or_assign(std::string(trimmed(line.substr(0, equals))),
-                              std::string(trimmed(line.substr(equals + 1))));
-    }
-    return keys;
-}
-
-// Key-file booleans, with the numeric forms the session's reader also takes.
-std::optional<bool> asBoolean(std::string_view value) {
-    if (value == "true" || value == "1") return true;
-    if (value == "false" || value == "0") return false;
-    return std::nullopt;
-}
-
 struct EntryState {
     bool ours = false;
     bool starts = false;
@@ -69,10 +33,10 @@ struct EntryState {
 EntryState readEntry(const std::filesystem::path& file) {
     const auto text = readWholeFile(file);
     if (!text) return {};
-    const auto keys = desktopEntryKeys(text.value());
+    const auto keys = KeyFile::group(text.value(), "Desktop Entry");
     const auto flag = [&keys](std::string_view key) -> std::optional<bool> {
-        const auto found = keys.find(key);
-        return found == keys.end() ? std::nullopt : asBoolean(found->second);
+        const auto value = KeyFile::value(keys, key);
+        return value ? KeyFile::boolean(*value) : std::nullopt;
     };
     return {.ours = flag(markerKey) == true,
             .starts = flag("Hidden") != true && flag("X-GNOME-Autostart-enabled") != false};

@@ -1,5 +1,6 @@
 #include "services/telemetry/LinuxSystemFacts.h"
 
+#include "core/AsciiText.h"
 #include "core/AtomicFile.h"
 
 #include <algorithm>
@@ -9,15 +10,6 @@
 
 namespace tovrin {
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const auto isSpace = [](unsigned char c) { return std::isspace(c) != 0; };
-    while (!text.empty() && isSpace(static_cast<unsigned char>(text.front())))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(static_cast<unsigned char>(text.back())))
-        text.remove_suffix(1);
-    return text;
-}
 
 bool allIn(std::string_view text, char first, char last) {
     return std::all_of(text.begin(), text.end(), [=](char c) { return c >= first && c <= last; });
@@ -54,7 +46,7 @@ std::string languageTag(std::string_view posixName) {
 std::optional<std::string> readTrimmed(const std::filesystem::path& path) {
     const auto content = readWholeFile(path);
     if (!content) return std::nullopt;
-    return std::string(trimmed(content.value()));
+    return std::string(AsciiText::trimmed(content.value()));
 }
 
 std::string_view environment(const char* name) {
@@ -67,7 +59,7 @@ std::string_view environment(const char* name) {
 std::optional<std::string> osReleaseVersionID(std::string_view content) {
     while (!content.empty()) {
         const auto end = content.find('\n');
-        const auto line = trimmed(content.substr(0, end));
+        const auto line = AsciiText::trimmed(content.substr(0, end));
         content = end == std::string_view::npos ? std::string_view() : content.substr(end + 1);
         if (!line.starts_with("VERSION_ID=")) continue;
         auto value = line.substr(11);

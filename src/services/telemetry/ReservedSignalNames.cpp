@@ -1,5 +1,7 @@
 #include "services/telemetry/ReservedSignalNames.h"
 
+#include "core/AsciiText.h"
+
 #include <algorithm>
 #include <array>
 
@@ -36,14 +38,6 @@ constexpr std::array<std::string_view, 25> reservedNames = {
     "telemetryclientversion",
 };
 
-std::string lowered(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : static_cast<char>(c);
-    });
-    return lower;
-}
-
 bool isReserved(const std::string& lower) {
     return std::find(reservedNames.begin(), reservedNames.end(), lower) != reservedNames.end();
 }
@@ -51,7 +45,7 @@ bool isReserved(const std::string& lower) {
 } // namespace
 
 std::optional<std::string> ReservedSignalNames::nameWarning(std::string_view name) {
-    const auto lower = lowered(name);
+    const auto lower = AsciiText::lowercased(name);
     if (lower.starts_with(reservedPrefix))
         return "Sending signal with reserved prefix 'TelemetryDeck.' will cause unexpected behavior. Please "
                "use "
@@ -63,7 +57,7 @@ std::optional<std::string> ReservedSignalNames::nameWarning(std::string_view nam
 }
 
 std::optional<std::string> ReservedSignalNames::keyWarning(std::string_view key) {
-    const auto lower = lowered(key);
+    const auto lower = AsciiText::lowercased(key);
     if (lower.starts_with(reservedPrefix))
         return "Sending parameter with reserved key prefix 'TelemetryDeck.' will cause unexpected behavior. "
                "Please use another prefix instead.";

@@ -1,5 +1,6 @@
 #include "services/update/UpdateInstaller.h"
 
+#include "core/AsciiText.h"
 #include "core/AtomicFile.h"
 #include "services/update/TarArchive.h"
 
@@ -42,10 +43,7 @@ private:
 bool hasArchiveMarker(const fs::path& installation) {
     const auto marker = readWholeFile(installation / "share" / "tovrin" / "install-kind");
     if (!marker) return false;
-    std::string_view text = marker.value();
-    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.back())))
-        text.remove_suffix(1);
-    return text == "archive";
+    return AsciiText::trimmed(marker.value()) == "archive";
 }
 
 bool looksLikeInstallation(const fs::path& folder) {

@@ -1,15 +1,15 @@
 #include "ui/theme/ToolIcons.h"
 
+#include "core/AtomicFile.h"
+#include "core/KeyFile.h"
 #include "core/UserPaths.h"
 #include "ui/theme/SvgImage.h"
 #include "ui/viewmodels/ToolIconSources.h"
 
-#include <QFile>
 #include <QIcon>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgRenderer>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -24,12 +24,6 @@ constexpr int logoSide = 96;
 
 QString qPath(const std::filesystem::path& path) {
     return QString::fromStdString(path.string());
-}
-
-std::optional<std::string_view> environment(const char* name) {
-    const char* value = std::getenv(name);
-    if (!value) return std::nullopt;
-    return std::string_view(value);
 }
 
 std::optional<QPixmap> loaded(const QString& path) {
@@ -50,9 +44,11 @@ std::optional<QPixmap> iconNamed(const std::string& iconValue) {
 }
 
 std::optional<std::string> iconOfDesktopFile(const std::filesystem::path& file) {
-    QFile desktopFile(qPath(file));
-    if (!desktopFile.open(QIODevice::ReadOnly)) return std::nullopt;
-    return ToolIconSources::desktopEntryIcon(desktopFile.readAll().toStdString());
+    const auto text = readWholeFile(file);
+    if (!text) return std::nullopt;
+    const auto icon = KeyFile::value(KeyFile::group(text.value(), "Desktop Entry"), "Icon");
+    if (!icon || icon->empty()) return std::nullopt;
+    return icon;
 }
 
 } // namespace
@@ -81,8 +77,7 @@ std::optional<QPixmap> userOverride(const std::string& tool) {
 std::optional<QPixmap> installedAppIcon(const std::string& tool) {
     const auto& ids = ToolIconSources::desktopIds(tool);
     if (ids.empty()) return std::nullopt;
-    const auto folders = ToolIconSources::applicationFolders(environment("XDG_DATA_HOME"),
-                                                             environment("XDG_DATA_DIRS"), UserPaths::home());
+    const auto folders = UserPaths::applicationFolders();
     for (const std::string& id : ids) {
         for (const auto& folder : folders) {
             std::error_code error;

@@ -1,5 +1,7 @@
 #include "ui/viewmodels/MotionPreference.h"
 
+#include "core/AsciiText.h"
+
 #include <algorithm>
 #include <cctype>
 #include <stdexcept>
@@ -7,35 +9,17 @@
 
 namespace tovrin::MotionPreference {
 
-namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const auto isBlank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return result;
-}
-
-} // namespace
+namespace {} // namespace
 
 std::optional<bool> fromOverride(std::string_view value) {
-    const std::string word = lowered(trimmed(value));
+    const std::string word = AsciiText::lowercased(AsciiText::trimmed(value));
     if (word == "1" || word == "true" || word == "yes" || word == "on") return true;
     if (word == "0" || word == "false" || word == "no" || word == "off") return false;
     return std::nullopt;
 }
 
 std::optional<bool> fromGnomeAnimations(std::string_view output) {
-    const std::string_view answer = trimmed(output);
+    const std::string_view answer = AsciiText::trimmed(output);
     if (answer == "false") return true;
     if (answer == "true") return false;
     return std::nullopt;
@@ -45,7 +29,7 @@ std::optional<bool> fromKdeGlobals(std::string_view text) {
     bool inKdeGroup = false;
     while (!text.empty()) {
         const size_t end = text.find('\n');
-        const std::string_view line = trimmed(text.substr(0, end));
+        const std::string_view line = AsciiText::trimmed(text.substr(0, end));
         text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
         if (line.starts_with('[')) {
             inKdeGroup = line == "[KDE]";
@@ -53,9 +37,10 @@ std::optional<bool> fromKdeGlobals(std::string_view text) {
         }
         if (!inKdeGroup) continue;
         const size_t equals = line.find('=');
-        if (equals == std::string_view::npos || trimmed(line.substr(0, equals)) != "AnimationDurationFactor")
+        if (equals == std::string_view::npos ||
+            AsciiText::trimmed(line.substr(0, equals)) != "AnimationDurationFactor")
             continue;
-        const std::string value(trimmed(line.substr(equals + 1)));
+        const std::string value(AsciiText::trimmed(line.substr(equals + 1)));
         try {
             size_t used = 0;
             const double factor = std::stod(value, &used);

@@ -6,14 +6,6 @@ namespace tovrin::ToolIconSources {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
-        text.remove_suffix(1);
-    return text;
-}
-
 // A rounded hexagon ring around a forward chevron: a plain mark of our own, drawn with one path
 // whose even-odd fill leaves the ring hollow.
 constexpr std::string_view hexagonPromptMark =
@@ -53,42 +45,6 @@ const std::vector<std::string>& desktopIds(std::string_view tool) {
     static const std::vector<std::string> none;
     const auto found = table.find(tool);
     return found == table.end() ? none : found->second;
-}
-
-std::vector<std::filesystem::path> applicationFolders(std::optional<std::string_view> dataHome,
-                                                      std::optional<std::string_view> dataDirs,
-                                                      const std::filesystem::path& home) {
-    std::vector<std::filesystem::path> folders;
-    const std::filesystem::path ownHome(dataHome.value_or(""));
-    folders.push_back((ownHome.is_absolute() ? ownHome : home / ".local" / "share") / "applications");
-    std::string_view shared = dataDirs && !dataDirs->empty() ? *dataDirs : "/usr/local/share:/usr/share";
-    while (!shared.empty()) {
-        const size_t colon = shared.find(':');
-        const std::filesystem::path folder(shared.substr(0, colon));
-        shared = colon == std::string_view::npos ? std::string_view() : shared.substr(colon + 1);
-        if (folder.is_absolute()) folders.push_back(folder / "applications");
-    }
-    return folders;
-}
-
-std::optional<std::string> desktopEntryIcon(std::string_view desktopFile) {
-    bool inEntry = false;
-    while (!desktopFile.empty()) {
-        const size_t end = desktopFile.find('\n');
-        const std::string_view line = trimmed(desktopFile.substr(0, end));
-        desktopFile = end == std::string_view::npos ? std::string_view() : desktopFile.substr(end + 1);
-        if (line.starts_with('[')) {
-            inEntry = line == "[Desktop Entry]";
-            continue;
-        }
-        if (!inEntry || line.starts_with('#')) continue;
-        const size_t equals = line.find('=');
-        if (equals == std::string_view::npos || trimmed(line.substr(0, equals)) != "Icon") continue;
-        const std::string_view value = trimmed(line.substr(equals + 1));
-        if (value.empty()) return std::nullopt;
-        return std::string(value);
-    }
-    return std::nullopt;
 }
 
 std::string_view brandLogoSvg(std::string_view tool) {

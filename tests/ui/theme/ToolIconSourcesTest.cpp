@@ -26,25 +26,6 @@ TEST(ToolIconSourcesTest, OnlyToolsThatAreApplicationsHaveDesktopIds) {
     EXPECT_TRUE(desktopIds("copilot-cli").empty());
 }
 
-TEST(ToolIconSourcesTest, ApplicationFoldersFollowTheBaseDirectoryRules) {
-    EXPECT_EQ(applicationFolders(std::nullopt, std::nullopt, "/home/ada"),
-              (Paths{"/home/ada/.local/share/applications", "/usr/local/share/applications",
-                     "/usr/share/applications"}));
-    EXPECT_EQ(applicationFolders("/data", "/opt/share:relative::/var/lib/flatpak/exports/share", "/home/ada"),
-              (Paths{"/data/applications", "/opt/share/applications",
-                     "/var/lib/flatpak/exports/share/applications"}));
-    EXPECT_EQ(applicationFolders("not/absolute", "", "/h").front(),
-              std::filesystem::path("/h/.local/share/applications"));
-}
-
-TEST(ToolIconSourcesTest, TheIconComesFromTheDesktopEntryGroupOnly) {
-    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\nName=Code\nIcon=vscode\n"), "vscode");
-    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\r\nIcon[de]=x\r\nIcon = /opt/app/icon.png \r\n"),
-              "/opt/app/icon.png");
-    EXPECT_EQ(desktopEntryIcon("[Desktop Action new]\nIcon=other\n[Desktop Entry]\nName=A\n"), std::nullopt);
-    EXPECT_EQ(desktopEntryIcon("[Desktop Entry]\n# Icon=commented\nIcon=\n"), std::nullopt);
-}
-
 TEST(ToolIconSourcesTest, OnlyCodexHasAMarkInATwentyFourSquare) {
     const std::string_view mark = brandLogoSvg("codex-cli");
     EXPECT_NE(mark.find(R"(viewBox="0 0 24 24")"), std::string_view::npos);

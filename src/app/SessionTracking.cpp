@@ -10,11 +10,13 @@ constexpr Seconds watcherDebounce{0.2};
 
 } // namespace
 
-SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, const ChannelFactory& makeChannels)
-    : defaults(UserPaths::defaultsFile()), preferences(defaults), reader(UserPaths::statusDirectory()),
+UserSettings::UserSettings() : defaults(UserPaths::defaultsFile()), preferences(defaults) {}
+
+SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, PreferencesStore& preferences,
+                                 std::vector<std::shared_ptr<NotificationChannel>> channels)
+    : reader(UserPaths::statusDirectory()),
       store(
-          reader, preferences,
-          makeChannels ? makeChannels(preferences) : std::vector<std::shared_ptr<NotificationChannel>>{},
+          reader, preferences, std::move(channels),
           [directory = reader.directory()](std::function<void()> onChange) {
               return std::make_unique<StatusDirectoryWatcher>(directory, watcherDebounce,
                                                               std::move(onChange));

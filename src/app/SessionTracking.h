@@ -7,23 +7,26 @@
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"
 
-#include <functional>
 #include <memory>
 #include <vector>
 
 namespace tovrin {
 
-// The session pipeline as every front end runs it: the user's settings, the reader over the
-// status folder, and the store with an inotify watcher on that folder.
-class SessionTracking {
-public:
-    using ChannelFactory =
-        std::function<std::vector<std::shared_ptr<NotificationChannel>>(PreferencesStore&)>;
-
-    SessionTracking(MainLoop& loop, const Clock& clock, const ChannelFactory& makeChannels = {});
+// The user's settings file and the preferences read from it, as every front end has them.
+struct UserSettings {
+    UserSettings();
 
     JsonFileDefaultsStore defaults;
     PreferencesStore preferences;
+};
+
+// The session pipeline as every front end runs it: the reader over the status folder and the store
+// with an inotify watcher on that folder, alerting through the given channels.
+class SessionTracking {
+public:
+    SessionTracking(MainLoop& loop, const Clock& clock, PreferencesStore& preferences,
+                    std::vector<std::shared_ptr<NotificationChannel>> channels = {});
+
     SessionFileReader reader;
     SessionStore store;
 };

@@ -49,7 +49,8 @@ int runStatusCommand(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QtMainLoop loop;
     SystemClock clock;
-    SessionTracking tracking(loop, clock);
+    UserSettings settings;
+    SessionTracking tracking(loop, clock, settings.preferences);
 
     if (mode != Mode::follow) {
         tracking.store.refresh();

@@ -68,17 +68,14 @@ int runWatchCommand(int argc, char** argv) {
     QtMainLoop loop;
     SystemClock clock;
 
-    std::unique_ptr<AlertServices> alerts;
-    SessionTracking tracking(loop, clock, [&](PreferencesStore& preferences) {
-        alerts = std::make_unique<AlertServices>(loop, clock, preferences, UserPaths::home(),
-                                                 InstallationPaths::shareDir());
-        auto channels = alerts->channels(nullptr); // nothing to raise in a headless terminal
-        channels.insert(channels.begin(), std::make_shared<WaitingLinePrinter>(clock));
-        return channels;
-    });
+    UserSettings settings;
+    AlertServices alerts(loop, clock, settings.preferences, UserPaths::home(), InstallationPaths::shareDir());
+    auto channels = alerts.channels(nullptr); // nothing to raise in a headless terminal
+    channels.insert(channels.begin(), std::make_shared<WaitingLinePrinter>(clock));
+    SessionTracking tracking(loop, clock, settings.preferences, std::move(channels));
 
-    printOutputs(tracking.preferences, *alerts, tracking.reader.directory().string());
-    if (tracking.preferences.notificationBannerEnabled()) alerts->banner().ensureCapabilitiesKnown();
+    printOutputs(settings.preferences, alerts, tracking.reader.directory().string());
+    if (settings.preferences.notificationBannerEnabled()) alerts.banner().ensureCapabilitiesKnown();
     tracking.store.start();
     return QCoreApplication::exec();
 }

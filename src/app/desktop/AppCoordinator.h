@@ -44,9 +44,9 @@ public:
 
     static std::filesystem::path statusDirectory();
 
-    PreferencesStore& preferences() { return m_tracking.preferences; }
+    PreferencesStore& preferences() { return m_settings.preferences; }
     SessionStore& store() { return m_tracking.store; }
-    TrayViewModel& menuViewModel() { return m_menuViewModel; }
+    TrayViewModel& trayViewModel() { return m_trayViewModel; }
     LoginItemManager& loginItems() { return m_loginItems; }
     TelegramSettingsViewModel& telegramSettings() { return m_telegramSettings; }
     FeedbackViewModel& feedback() { return m_feedback; }
@@ -55,17 +55,16 @@ public:
     UpdaterManager& updater() { return m_updater; }
     // The tray application to start once this one has ended, after an installed update.
     const std::optional<std::filesystem::path>& relaunchExecutable() const { return m_relaunchExecutable; }
-    AlertServices& alerts() { return *m_alerts; }
-    FocusServices& focus() { return *m_focus; }
+    AlertServices& alerts() { return m_alerts; }
+    FocusServices& focus() { return m_focus; }
     bool started() const { return m_started; }
 
 private:
-    // Filled while the store is built, between the reader and the store, and declared before it so
-    // that they outlive the channels that use them.
-    std::unique_ptr<FocusServices> m_focus;
-    std::unique_ptr<AlertServices> m_alerts;
+    UserSettings m_settings;
+    FocusServices m_focus;
+    AlertServices m_alerts;
     SessionTracking m_tracking;
-    TrayViewModel m_menuViewModel;
+    TrayViewModel m_trayViewModel;
     XdgAutostartLoginItems m_autostart;
     LoginItemManager m_loginItems;
     XcbChipPinner m_chipPinner;

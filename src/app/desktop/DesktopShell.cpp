@@ -35,10 +35,10 @@ QString menuStyle() {
 
 DesktopShell::DesktopShell(AppCoordinator& coordinator, DesktopWindows windows)
     : m_coordinator(coordinator), m_windows(std::move(windows)),
-      m_panel(std::make_unique<PanelWindow>(coordinator.menuViewModel(), coordinator.preferences(),
+      m_panel(std::make_unique<PanelWindow>(coordinator.trayViewModel(), coordinator.preferences(),
                                             panelActions())),
       m_menu(std::make_unique<QMenu>()) {
-    m_icon = std::make_unique<TrayIcon>(coordinator.menuViewModel(),
+    m_icon = std::make_unique<TrayIcon>(coordinator.trayViewModel(),
                                         [this](const QIcon& icon, const QString& tip) {
                                             m_tray.setIcon(icon);
                                             m_tray.setToolTip(tip);

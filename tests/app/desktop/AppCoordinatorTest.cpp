@@ -33,15 +33,15 @@ TEST_F(AppCoordinatorTest, BuildingReadsNothingAndStartMakesTheFolderAndRunsTheP
 
     coordinator.start();
     ASSERT_TRUE(std::filesystem::is_directory(statusDir)) << "the folder is made with its parents";
-    EXPECT_FALSE(coordinator.menuViewModel().hasSessions());
+    EXPECT_FALSE(coordinator.trayViewModel().hasSessions());
 
     auto file = test::statusFile("claude-code", "s1", SessionState::waiting, clock.now());
     file["pid"] = static_cast<int>(getpid());
     home.write("missing/parents/status/s1.json", file.dump());
     coordinator.start(); // a second start is harmless
     loop.advance(15);    // the store's tick picks the file up, if the watcher hasn't yet
-    ASSERT_EQ(coordinator.menuViewModel().waiting().size(), 1u);
-    EXPECT_EQ(coordinator.menuViewModel().aggregate(), AggregateStatus::waiting(1));
+    ASSERT_EQ(coordinator.trayViewModel().waiting().size(), 1u);
+    EXPECT_EQ(coordinator.trayViewModel().aggregate(), AggregateStatus::waiting(1));
 }
 
 TEST_F(AppCoordinatorTest, SessionsWaitingAtLaunchArePublishedByTheFirstPass) {
@@ -50,11 +50,11 @@ TEST_F(AppCoordinatorTest, SessionsWaitingAtLaunchArePublishedByTheFirstPass) {
     home.write("missing/parents/status/s2.json", file.dump());
 
     AppCoordinator coordinator(loop, clock);
-    EXPECT_FALSE(coordinator.menuViewModel().hasSessions());
+    EXPECT_FALSE(coordinator.trayViewModel().hasSessions());
     coordinator.start();
     loop.drain();
-    ASSERT_EQ(coordinator.menuViewModel().waiting().size(), 1u);
-    EXPECT_EQ(coordinator.menuViewModel().waiting().front().tool, "codex-cli");
+    ASSERT_EQ(coordinator.trayViewModel().waiting().size(), 1u);
+    EXPECT_EQ(coordinator.trayViewModel().waiting().front().tool, "codex-cli");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "alerts/SoundCatalog.h"
 #include "platform/audio/LinuxSoundPlayer.h"
+#include "platform/linux/InstallationPaths.h"
 #include "support/ScopedEnv.h"
 #include "support/TempDir.h"
 
@@ -83,8 +84,12 @@ std::vector<double> loudnessCurve(const Wav& wav) {
     return curve;
 }
 
-TEST(AlertSoundFiles, ThemedSoundsAreShortDistinctMonoWavs) {
-    const fs::path folder = fs::path(TOVRIN_BUILD_SHARE_DIR) / "Sounds";
+// The test programs lie two levels below the build folder, like bin/tovrin, so they find the
+// payload copy that the build puts beside them.
+TEST(AlertSoundFiles, ThemedSoundsBesideTheExecutablesAreShortDistinctMonoWavs) {
+    const auto share = InstallationPaths::shareDir();
+    ASSERT_EQ(share, fs::path(TOVRIN_BUILD_SHARE_DIR).lexically_normal());
+    const fs::path folder = *share / "Sounds";
     const LinuxSoundPlayer player;
     std::map<std::string, std::vector<double>> curves;
 

@@ -1,34 +1,26 @@
 #include "platform/dbus/DBusDesktopNotifier.h"
 
+#include "support/BusObjectThread.h"
 #include "support/QtEventLoopTest.h"
 
-#include <QCoreApplication>
 #include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
-#include <QDBusVirtualObject>
-#include <QThread>
 #include <chrono>
-#include <cstdlib>
 #include <deque>
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace tovrin {
 namespace {
 
 using namespace std::chrono_literals;
-using Steady = std::chrono::steady_clock;
 
 struct NotifyCall {
     QString appName;
     uint replacesId = 0;
-    QString icon;
     QString summary;
     QString body;
     QStringList actions;
@@ -54,27 +46,14 @@ public:
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
         const QList<QVariant> args = message.arguments();
-        if (message.member() == QLatin1String("GetCapabilities")) {
+        if (message.member() == QLatin1String("GetCapabilities"))
             return connection.send(message.createReply(QVariant(m_capabilities)));
-        }
-        if (message.member() == QLatin1String("GetServerInformation")) {
-            return connection.send(
-                message.createReply(QVariantList{QStringLiteral("fake"), QStringLiteral("tovrin"),
-                                                 QStringLiteral("1"), QStringLiteral("1.2")}));
-        }
         if (message.member() != QLatin1String("Notify") || args.size() != 8) return false;
-        NotifyCall call{args[0].toString(),
-                        args[1].toUInt(),
-                        args[2].toString(),
-                        args[3].toString(),
-                        args[4].toString(),
-                        args[5].toStringList(),
-                        qdbus_cast<QVariantMap>(args[6]),
-                        args[7].toInt()};
         uint id = 0;
         {
             std::lock_guard lock(m_mutex);
-            m_calls.push_back(call);
+            m_calls.push_back({args[0].toString(), args[1].toUInt(), args[3].toString(), args[4].toString(),
+                               args[5].toStringList(), qdbus_cast<QVariantMap>(args[6]), args[7].toInt()});
             id = m_ids.empty() ? 1000 + uint(m_calls.size()) : m_ids.front();
             if (!m_ids.empty()) m_ids.pop_front();
         }
@@ -91,46 +70,30 @@ private:
 class DBusDesktopNotifierTest : public test::QtEventLoopTest {
 protected:
     void SetUp() override {
-        // Owning org.freedesktop.Notifications on the user's own bus would fight the real server.
-        if (!std::getenv("TOVRIN_PRIVATE_SESSION_BUS"))
+        if (!test::onPrivateSessionBus())
             GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
     }
-    void TearDown() override { stopServer(); }
 
-    // The server runs on a connection and a thread of its own, as another process would, so
-    // that a blocking call from the notifier can be answered.
     FakeNotificationServer& startServer(QStringList capabilities = {QStringLiteral("body")},
                                         std::deque<uint> ids = {}) {
+        bus.reset();
         server = std::make_unique<FakeNotificationServer>(std::move(capabilities), std::move(ids));
-        server->moveToThread(&serverThread);
-        serverThread.start();
-        QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, serverConnection);
-        EXPECT_TRUE(bus.isConnected());
-        EXPECT_TRUE(
-            bus.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), server.get()));
-        EXPECT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
+        bus =
+            std::make_unique<test::BusObjectThread>(*server, QStringLiteral("/org/freedesktop/Notifications"),
+                                                    QStringLiteral("org.freedesktop.Notifications"));
+        EXPECT_TRUE(bus->serving());
         return *server;
     }
-    void stopServer() {
-        if (!server) return;
-        QDBusConnection bus(serverConnection);
-        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
-        QDBusConnection::disconnectFromBus(serverConnection);
-        serverThread.quit();
-        serverThread.wait();
-        server.reset();
+
+    // The calls once `count` came, with room for one too many to show up.
+    std::vector<NotifyCall> callsAfter(std::size_t count) {
+        EXPECT_TRUE(pumpUntil([&] { return server->calls().size() >= count; }));
+        pumpFor(100ms);
+        return server->calls();
     }
 
-    bool waitForCalls(std::size_t count) {
-        const bool reached = pumpUntil([&] { return server->calls().size() >= count; });
-        pumpFor(100ms); // room for a call too many to show up
-        return reached;
-    }
-
-    const QString serverConnection = QStringLiteral("tovrin-test-notification-server");
-    QThread serverThread;
     std::unique_ptr<FakeNotificationServer> server;
+    std::unique_ptr<test::BusObjectThread> bus; // declared after the server, so gone before it
 };
 
 TEST_F(DBusDesktopNotifierTest, WithoutAServerItIsSilentUntilOneAppears) {
@@ -142,8 +105,7 @@ TEST_F(DBusDesktopNotifierTest, WithoutAServerItIsSilentUntilOneAppears) {
     startServer({}, {5});
     notifier.learnCapabilities();
     notifier.show("Claude Code is waiting", "tovrin");
-    ASSERT_TRUE(waitForCalls(1));
-    const auto calls = server->calls();
+    const auto calls = callsAfter(1);
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls[0].summary, QStringLiteral("Claude Code is waiting"));
     EXPECT_EQ(calls[0].replacesId, 0u) << "a failed Notify must not leave an id behind";
@@ -157,12 +119,12 @@ TEST_F(DBusDesktopNotifierTest, EachNotificationReplacesTheIdTheServerGaveTheLas
     const std::vector<std::pair<std::string, std::string>> shown{{"Claude Code is waiting", "proj"},
                                                                  {"2 agents are waiting", "Codex, Cursor"},
                                                                  {"Jörð is waiting", "ǫld"}};
+    std::vector<NotifyCall> calls;
     for (std::size_t i = 0; i < shown.size(); ++i) {
         notifier.show(shown[i].first, shown[i].second);
-        ASSERT_TRUE(waitForCalls(i + 1));
+        calls = callsAfter(i + 1);
     }
 
-    const auto calls = server->calls();
     ASSERT_EQ(calls.size(), 3u);
     const std::vector<uint> expectedReplaces{0, 7, 12};
     for (std::size_t i = 0; i < calls.size(); ++i) {
@@ -184,8 +146,7 @@ TEST_F(DBusDesktopNotifierTest, ShowsWhileAnAnswerIsPendingCollapseToTheNewest) 
     notifier.show("second", "");
     notifier.show("third", "");
 
-    ASSERT_TRUE(waitForCalls(2));
-    const auto calls = server->calls();
+    const auto calls = callsAfter(2);
     ASSERT_EQ(calls.size(), 2u);
     EXPECT_EQ(calls[0].summary, QStringLiteral("first"));
     EXPECT_EQ(calls[1].summary, QStringLiteral("third"));
@@ -193,21 +154,18 @@ TEST_F(DBusDesktopNotifierTest, ShowsWhileAnAnswerIsPendingCollapseToTheNewest) 
 }
 
 TEST_F(DBusDesktopNotifierTest, BodyIsEscapedOnlyForServersThatReadMarkup) {
-    const std::string body = "<proj> & co";
     for (const bool markup : {true, false}) {
         SCOPED_TRACE(markup);
         startServer(markup ? QStringList{QStringLiteral("body"), QStringLiteral("body-markup")}
                            : QStringList{QStringLiteral("body")});
         DBusDesktopNotifier notifier;
         notifier.learnCapabilities();
-        notifier.show("a & b", body);
-        ASSERT_TRUE(waitForCalls(1));
-        const auto calls = server->calls();
+        notifier.show("a & b", "<proj> & co");
+        const auto calls = callsAfter(1);
         ASSERT_EQ(calls.size(), 1u);
         EXPECT_EQ(calls[0].summary, QStringLiteral("a & b"));
         EXPECT_EQ(calls[0].body,
-                  markup ? QStringLiteral("&lt;proj&gt; &amp; co") : QString::fromStdString(body));
-        stopServer();
+                  markup ? QStringLiteral("&lt;proj&gt; &amp; co") : QStringLiteral("<proj> & co"));
     }
 }
 

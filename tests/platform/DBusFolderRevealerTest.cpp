@@ -1,15 +1,11 @@
 #include "platform/dbus/DBusFolderRevealer.h"
 
+#include "support/BusObjectThread.h"
 #include "support/FakeFocusPorts.h"
 #include "support/QtEventLoopTest.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
-#include <QThread>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <memory>
 #include <mutex>
 
 namespace tovrin {
@@ -42,60 +38,32 @@ private:
 
 class DBusFolderRevealerTest : public test::QtEventLoopTest {
 protected:
-    void TearDown() override {
-        if (!server) return;
-        QDBusConnection bus(serverConnection);
-        bus.unregisterService(QStringLiteral("org.freedesktop.FileManager1"));
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/FileManager1"));
-        QDBusConnection::disconnectFromBus(serverConnection);
-        serverThread.quit();
-        serverThread.wait();
-    }
-
-    // On a connection and thread of its own, as another process would be, so that the revealer's
-    // blocking call can be answered.
-    void startServer() {
-        server = std::make_unique<FakeFileManager>();
-        server->moveToThread(&serverThread);
-        serverThread.start();
-        QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, serverConnection);
-        ASSERT_TRUE(bus.isConnected());
-        ASSERT_TRUE(bus.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), server.get()));
-        ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
-    }
-
-    // On the user's own bus the real file manager would answer, and open windows.
-    static bool privateBus() { return std::getenv("TOVRIN_PRIVATE_SESSION_BUS") != nullptr; }
-
     test::FocusLog log;
     test::FakeProcessRunner processes{log};
     test::RecordingShell shell{processes, log, {"/usr/bin/xdg-open"}};
-    const QString serverConnection = QStringLiteral("tovrin-test-file-manager");
-    QThread serverThread;
-    std::unique_ptr<FakeFileManager> server;
 };
 
-TEST_F(DBusFolderRevealerTest, AsksTheFileManagerToShowTheItem) {
-    if (!privateBus()) GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
-    startServer();
+// Without a file manager on the bus the parent folder opens instead; once one is there, it is asked.
+TEST_F(DBusFolderRevealerTest, AsksTheFileManagerToShowTheItemElseOpensTheParentFolder) {
+    if (!test::onPrivateSessionBus()) GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
     DBusFolderRevealer revealer(shell);
+    revealer.reveal("/w/proj");
+    EXPECT_EQ(log.entries(), std::vector<std::string>{"start /usr/bin/xdg-open /w"});
 
+    log.clear();
+    FakeFileManager server;
+    const test::BusObjectThread bus(server, QStringLiteral("/org/freedesktop/FileManager1"),
+                                    QStringLiteral("org.freedesktop.FileManager1"));
+    ASSERT_TRUE(bus.serving());
     revealer.reveal("/w/my proj");
     revealer.reveal("/w/other/");
 
-    const auto calls = server->calls();
+    const auto calls = server.calls();
     ASSERT_EQ(calls.size(), 2u);
     EXPECT_EQ(calls[0].first, QStringList{QStringLiteral("file:///w/my%20proj")});
     EXPECT_EQ(calls[0].second, QString());
     EXPECT_EQ(calls[1].first, QStringList{QStringLiteral("file:///w/other")});
     EXPECT_EQ(log.entries(), std::vector<std::string>{}) << "no fallback when the file manager answered";
-}
-
-TEST_F(DBusFolderRevealerTest, WithoutAFileManagerOnTheBusOpensTheParentFolder) {
-    if (!privateBus()) GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
-    DBusFolderRevealer revealer(shell);
-    revealer.reveal("/w/proj");
-    EXPECT_EQ(log.entries(), std::vector<std::string>{"start /usr/bin/xdg-open /w"});
 }
 
 TEST_F(DBusFolderRevealerTest, WithoutABusOpensTheParentFolder) {

@@ -1,9 +1,9 @@
 #include "platform/secrets/FileSecretStore.h"
 
 #include "platform/secrets/SecretStoreFactory.h"
+#include "support/ScopedEnv.h"
 #include "support/TempDir.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -76,17 +76,9 @@ TEST_F(FileSecretStoreTest, AMalformedFileReadsAsEmptyAndIsReplacedOnTheNextWrit
 // With no session bus to ask, the private file is chosen and the user is told where it is.
 TEST(SecretStoreFactoryTest, FallsBackToThePrivateFileWhenNoSecretServiceAnswers) {
     test::TempDir dir;
-    const char* saved = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-    const std::string previous = saved ? saved : "";
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + (dir.path() / "no-bus").string()).c_str(), 1);
-
+    const test::ScopedEnv noBus("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (dir.path() / "no-bus").string());
     EXPECT_FALSE(secretServiceAnswers(Seconds(2)));
     const auto chosen = chooseSecretStore("com.tovrin.test", dir.path() / "secrets.json");
-
-    if (saved)
-        ::setenv("DBUS_SESSION_BUS_ADDRESS", previous.c_str(), 1);
-    else
-        ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
 
     ASSERT_TRUE(chosen.usesFallback());
     EXPECT_EQ(chosen.fallbackFile, dir.path() / "secrets.json");

@@ -1,27 +1,21 @@
 #include "platform/audio/LinuxSoundPlayer.h"
 
+#include "support/ChildProcesses.h"
 #include "support/ScopedEnv.h"
+#include "support/ShellCommand.h"
 #include "support/TempDir.h"
 
 #include <chrono>
 #include <cmath>
 #include <csignal>
 #include <cstdint>
-#include <cstdlib>
-#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <numbers>
 #include <optional>
-#include <spawn.h>
-#include <sstream>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
-
-extern char** environ;
 
 namespace tovrin {
 namespace {
@@ -31,32 +25,27 @@ using namespace std::chrono_literals;
 using Steady = std::chrono::steady_clock;
 using test::ScopedEnv;
 
-// A 16-bit mono PCM WAV of a 440 Hz tone.
-fs::path writeTone(const fs::path& file, double seconds, int rate = 22050) {
+// A 16-bit mono PCM WAV of a 440 Hz tone at 22050 Hz.
+fs::path writeTone(const fs::path& file, double seconds) {
+    const std::uint32_t rate = 22050;
     const auto frames = static_cast<std::uint32_t>(seconds * rate);
-    std::ofstream out(file, std::ios::binary);
-    auto u32 = [&](std::uint32_t v) { out.write(reinterpret_cast<const char*>(&v), 4); };
-    auto u16 = [&](std::uint16_t v) { out.write(reinterpret_cast<const char*>(&v), 2); };
-    out << "RIFF";
-    u32(36 + frames * 2);
-    out << "WAVEfmt ";
-    u32(16);
-    u16(1);
-    u16(1);
-    u32(static_cast<std::uint32_t>(rate));
-    u32(static_cast<std::uint32_t>(rate) * 2);
-    u16(2);
-    u16(16);
-    out << "data";
-    u32(frames * 2);
+    const auto le = [](std::uint32_t v, int bytes) {
+        return std::string(reinterpret_cast<const char*>(&v), bytes);
+    };
+    std::string wav = "RIFF" + le(36 + frames * 2, 4) + "WAVEfmt " + le(16, 4) + le(1, 2) + le(1, 2) +
+                      le(rate, 4) + le(rate * 2, 4) + le(2, 2) + le(16, 2) + "data" + le(frames * 2, 4);
     for (std::uint32_t i = 0; i < frames; ++i)
-        u16(static_cast<std::uint16_t>(
-            static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * 440 * i / rate))));
+        wav += le(static_cast<std::uint16_t>(
+                      static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * 440 * i / rate))),
+                  2);
+    std::ofstream(file, std::ios::binary) << wav;
     return file;
 }
 
-bool haveSox() {
-    return std::system("command -v sox >/dev/null 2>&1") == 0;
+// A 0.3 s tone made by sox in the format its options name, as other programs write them.
+void writeWithSox(const fs::path& file, const std::string& options) {
+    const std::string command = "sox -q -n " + options + " '" + file.string() + "' synth 0.3 sine 440";
+    ASSERT_EQ(test::runCommand(command).exitCode, 0) << command;
 }
 
 const fs::path playerProgram = TOVRIN_PLAY_EXECUTABLE;
@@ -68,28 +57,9 @@ constexpr int badUsage = 2;
 constexpr int interrupted = 3;
 
 // Starts tovrin-play with its output to /dev/null, as the app does.
-pid_t startPlayer(const std::vector<std::string>& arguments) {
-    std::vector<std::string> storage{playerProgram.string()};
-    storage.insert(storage.end(), arguments.begin(), arguments.end());
-    std::vector<char*> argv;
-    for (auto& argument : storage)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t pid = 0;
-    const int error = ::posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? pid : -1;
-}
-
-// The exit status of a started player, or -1 if it was killed or could not be started.
-int exitStatus(pid_t pid) {
-    int status = 0;
-    if (pid <= 0 || ::waitpid(pid, &status, 0) != pid || !WIFEXITED(status)) return -1;
-    return WEXITSTATUS(status);
+pid_t startPlayer(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), playerProgram.string());
+    return test::spawnQuietly(std::move(arguments));
 }
 
 struct PlayerRun {
@@ -99,27 +69,13 @@ struct PlayerRun {
 
 PlayerRun runPlayer(const std::vector<std::string>& arguments) {
     const auto started = Steady::now();
-    const int status = exitStatus(startPlayer(arguments));
+    const int status = test::exitStatusOf(startPlayer(arguments));
     return {status, Steady::now() - started};
 }
 
-// This process's tovrin-play children and whether each has ended unreaped (a zombie).
-std::vector<std::pair<int, bool>> playerChildren() {
-    std::vector<std::pair<int, bool>> children;
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-        std::ifstream stat(entry.path() / "stat");
-        std::string line;
-        if (!std::getline(stat, line)) continue;
-        const std::size_t open = line.find('(');
-        const std::size_t close = line.rfind(')');
-        if (open == std::string::npos || close == std::string::npos) continue;
-        std::istringstream rest(line.substr(close + 1));
-        char state = 0;
-        int parent = 0;
-        rest >> state >> parent;
-        if (parent == ::getpid() && line.substr(open + 1, close - open - 1) == "tovrin-play")
-            children.emplace_back(std::stoi(line), state == 'Z');
-    }
+std::vector<test::ChildProcess> playerChildren() {
+    auto children = test::childProcesses();
+    std::erase_if(children, [](const auto& child) { return child.name != "tovrin-play"; });
     return children;
 }
 
@@ -140,19 +96,15 @@ TEST(LinuxSoundPlayer, CanDecodeOnlyRealSoundFiles) {
     EXPECT_FALSE(player.canDecode(dir.path()));
 }
 
-TEST(LinuxSoundPlayer, CanDecodeAiffAndOggVorbis) {
-    if (!haveSox()) GTEST_SKIP() << "sox is not installed";
+TEST(LinuxSoundPlayer, CanDecodeWhatOtherProgramsWriteInEachFormat) {
+    if (!test::haveProgram("sox")) GTEST_SKIP() << "sox is not installed";
     test::TempDir dir;
     LinuxSoundPlayer player;
-    for (const char* name : {"tone.aiff", "tone.aif", "tone.oga", "stereo.wav"}) {
-        const fs::path file = dir.path() / name;
-        const std::string channels = std::string(name) == "stereo.wav" ? "2" : "1";
-        const std::string command =
-            "sox -q -n -r 44100 -c " + channels + " -t " +
-            (file.extension() == ".oga" ? "ogg" : file.extension().string().substr(1)) + " '" +
-            file.string() + "' synth 0.3 sine 440";
-        ASSERT_EQ(std::system(command.c_str()), 0) << command;
-        EXPECT_TRUE(player.canDecode(file)) << name;
+    for (const auto& [name, options] :
+         {std::pair("tone.aiff", "-r 44100 -c 1 -t aiff"), std::pair("tone.aif", "-r 44100 -c 1 -t aif"),
+          std::pair("tone.oga", "-r 44100 -c 1 -t ogg"), std::pair("stereo.wav", "-r 44100 -c 2 -t wav")}) {
+        writeWithSox(dir.path() / name, options);
+        EXPECT_TRUE(player.canDecode(dir.path() / name)) << name;
     }
 }
 
@@ -176,41 +128,18 @@ protected:
     static void SetUpTestSuite() {
         runtime = std::make_unique<test::TempDir>();
         const std::string socket = (runtime->path() / "native").string();
-        const std::string home = "HOME=" + runtime->path().string();
-        const std::string xdg = "XDG_RUNTIME_DIR=" + runtime->path().string();
-        const std::string protocol = "--load=module-native-protocol-unix auth-anonymous=1 socket=" + socket;
-        std::vector<std::string> args{"pulseaudio",
-                                      "-n",
-                                      "--daemonize=no",
-                                      "--exit-idle-time=-1",
-                                      "--use-pid-file=no",
-                                      "--log-target=stderr",
-                                      "--log-level=0",
-                                      "--load=module-null-sink sink_name=tovrin_test",
-                                      protocol};
-        std::vector<char*> argv;
-        for (auto& arg : args)
-            argv.push_back(arg.data());
-        argv.push_back(nullptr);
-        std::vector<std::string> env{home, xdg, "PATH=/usr/bin:/bin"};
-        std::vector<char*> envp;
-        for (auto& entry : env)
-            envp.push_back(entry.data());
-        envp.push_back(nullptr);
-
-        pid_t child = 0;
-        if (::posix_spawnp(&child, "pulseaudio", nullptr, nullptr, argv.data(), envp.data()) != 0) return;
-        daemon = child;
-        const auto deadline = Steady::now() + 10s;
-        while (Steady::now() < deadline) {
+        daemon = test::spawnQuietly({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                                     "--use-pid-file=no", "--load=module-null-sink sink_name=tovrin_test",
+                                     "--load=module-native-protocol-unix auth-anonymous=1 socket=" + socket},
+                                    {"HOME=" + runtime->path().string(),
+                                     "XDG_RUNTIME_DIR=" + runtime->path().string(), "PATH=/usr/bin:/bin"});
+        // Up once its socket is there; gone if it ended first.
+        for (const auto deadline = Steady::now() + 10s; daemon > 0 && Steady::now() < deadline;) {
             if (fs::exists(socket)) {
                 serverAddress = "unix:" + socket;
                 return;
             }
-            if (::waitpid(daemon, nullptr, WNOHANG) == daemon) {
-                daemon = 0;
-                return;
-            }
+            if (::waitpid(daemon, nullptr, WNOHANG) == daemon) daemon = 0;
             std::this_thread::sleep_for(50ms);
         }
     }
@@ -238,14 +167,6 @@ protected:
     std::optional<ScopedEnv> runtimeDir;
 };
 
-TEST_F(LinuxSoundPlayerOnNullSink, ThePlayerProgramPlaysToTheEnd) {
-    const fs::path tone = writeTone(dir.path() / "tone.wav", 0.6);
-    const PlayerRun run = runPlayer({tone.string()});
-    EXPECT_EQ(run.status, finished);
-    // The sink takes samples in real time, so a sound that reached it can't be done much sooner.
-    EXPECT_GE(run.took, 400ms);
-}
-
 TEST_F(LinuxSoundPlayerOnNullSink, ANewSoundCutsTheOldOneShort) {
     const fs::path longTone = writeTone(dir.path() / "long.wav", 4.0);
     const fs::path shortTone = writeTone(dir.path() / "short.wav", 0.2);
@@ -256,21 +177,23 @@ TEST_F(LinuxSoundPlayerOnNullSink, ANewSoundCutsTheOldOneShort) {
 
     EXPECT_EQ(runPlayer({shortTone.string()}).status, finished);
     // Its own end comes only after four seconds; being stopped is the proof, not a stopwatch.
-    EXPECT_EQ(exitStatus(longPlayer), interrupted);
+    EXPECT_EQ(test::exitStatusOf(longPlayer), interrupted);
 }
 
 // The sound theme's files are Ogg Vorbis, decoded by a library loaded for them; a floating-point
-// AIFF-C goes through the built-in decoder.
-TEST_F(LinuxSoundPlayerOnNullSink, PlaysOggVorbisAndAiffToTheEnd) {
-    if (!haveSox()) GTEST_SKIP() << "sox is not installed";
-    for (const auto& [name, type] :
-         {std::pair("tone.oga", "-t ogg"), std::pair("tone.aifc", "-t aifc -e floating-point -b 32")}) {
-        const fs::path file = dir.path() / name;
-        const std::string command =
-            std::string("sox -q -n -r 22050 -c 2 ") + type + " '" + file.string() + "' synth 0.3 sine 440";
-        ASSERT_EQ(std::system(command.c_str()), 0) << command;
-        const PlayerRun run = runPlayer({file.string()});
+// AIFF-C goes through the built-in decoder as a WAV does.
+TEST_F(LinuxSoundPlayerOnNullSink, ThePlayerProgramPlaysEachFormatToTheEnd) {
+    writeTone(dir.path() / "tone.wav", 0.3);
+    std::vector<std::string> names{"tone.wav"};
+    if (test::haveProgram("sox")) {
+        writeWithSox(dir.path() / "tone.oga", "-r 22050 -c 2 -t ogg");
+        writeWithSox(dir.path() / "tone.aifc", "-r 22050 -c 2 -t aifc -e floating-point -b 32");
+        names.insert(names.end(), {"tone.oga", "tone.aifc"});
+    }
+    for (const auto& name : names) {
+        const PlayerRun run = runPlayer({(dir.path() / name).string()});
         EXPECT_EQ(run.status, finished) << name;
+        // The sink takes samples in real time, so a sound that reached it can't be done much sooner.
         EXPECT_GE(run.took, 200ms) << name;
     }
 }
@@ -287,7 +210,7 @@ TEST_F(LinuxSoundPlayerOnNullSink, PlayReturnsAtOnceAndTheChildIsReapedWhenTheSo
     std::this_thread::sleep_for(400ms);
     const auto playing = playerChildren();
     ASSERT_EQ(playing.size(), 1u);
-    EXPECT_FALSE(playing[0].second);
+    EXPECT_FALSE(playing[0].ended);
 
     const auto deadline = Steady::now() + 15s;
     while (!playerChildren().empty() && Steady::now() < deadline)

@@ -1,6 +1,7 @@
 #include "platform/dbus/PortalGlobalShortcuts.h"
 
 #include "platform/GlobalShortcutsFactory.h"
+#include "support/BusObjectThread.h"
 #include "support/QtEventLoopTest.h"
 #include "support/ScopedEnv.h"
 
@@ -8,11 +9,9 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QDBusVirtualObject>
-#include <QThread>
 #include <atomic>
-#include <cstdlib>
 #include <gtest/gtest.h>
+#include <memory>
 #include <vector>
 
 namespace tovrin {
@@ -79,33 +78,26 @@ class PortalGlobalShortcutsTest : public test::QtEventLoopTest {
 protected:
     void SetUp() override {
         // The user's own bus has the real portal, whose dialogs would open.
-        if (!std::getenv("TOVRIN_PRIVATE_SESSION_BUS"))
+        if (!test::onPrivateSessionBus())
             GTEST_SKIP() << "needs the private session bus of run-dbus-tests.sh";
     }
     void TearDown() override {
-        if (!portal.isRunning()) return;
-        QDBusConnection::disconnectFromBus(connection);
-        portal.quit();
-        portal.wait();
+        if (!bus) return;
+        bus.reset();
         // Owner changes still queued would tell the next test's connection of this portal.
         pumpFor(50ms);
     }
 
-    // On a connection and thread of its own, as the portal process would be.
-    // Registered before the move: the bus gives the object a child, which must share its thread.
     void startPortal() {
-        QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connection);
-        ASSERT_TRUE(bus.registerVirtualObject(portalPath, &fake, QDBusConnection::SubPath));
-        fake.moveToThread(&portal);
-        portal.start();
-        ASSERT_TRUE(bus.registerService("org.freedesktop.portal.Desktop"));
+        bus = std::make_unique<test::BusObjectThread>(fake, portalPath, "org.freedesktop.portal.Desktop",
+                                                      QDBusConnection::SubPath);
+        ASSERT_TRUE(bus->serving());
     }
     void activate(const QString& session, const QString& id) {
         QDBusMessage signal =
             QDBusMessage::createSignal(portalPath, "org.freedesktop.portal.GlobalShortcuts", "Activated");
-        QDBusConnection(connection)
-            .send(signal << QVariant::fromValue(QDBusObjectPath(session)) << id << qulonglong(0)
-                         << QVariantMap());
+        bus->connection().send(signal << QVariant::fromValue(QDBusObjectPath(session)) << id << qulonglong(0)
+                                      << QVariantMap());
     }
     // Whether exactly `count` binds came, with room for one too many.
     bool waitForBinds(std::size_t count) {
@@ -114,9 +106,8 @@ protected:
         return fake.bindCount == count;
     }
 
-    const QString connection = QStringLiteral("tovrin-test-portal");
-    QThread portal;
     FakePortal fake;
+    std::unique_ptr<test::BusObjectThread> bus;
     test::ScopedEnv wayland{"WAYLAND_DISPLAY", "wayland-0"};
     const Shortcut ctrlAltE{'e', ShortcutModifier::control | ShortcutModifier::alt};
     const Shortcut ctrlAltT{'t', ShortcutModifier::control | ShortcutModifier::alt};

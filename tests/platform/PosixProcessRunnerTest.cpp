@@ -1,37 +1,21 @@
 #include "platform/linux/PosixProcessRunner.h"
 
+#include "support/ChildProcesses.h"
 #include "support/TempDir.h"
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <set>
-#include <sstream>
 #include <thread>
-#include <unistd.h>
 
 namespace tovrin {
 namespace {
 
 using namespace std::chrono_literals;
 
-// Process ids of this process's children that have ended and not been reaped.
-std::set<int> zombieChildren() {
-    std::set<int> zombies;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-        std::ifstream stat(entry.path() / "stat");
-        std::string line;
-        if (!std::getline(stat, line)) continue;
-        // "pid (comm) state ppid ...": comm may hold blanks and parentheses, so read after the last ')'.
-        const std::size_t close = line.rfind(')');
-        if (close == std::string::npos) continue;
-        std::istringstream rest(line.substr(close + 1));
-        char state = 0;
-        int parent = 0;
-        rest >> state >> parent;
-        if (state == 'Z' && parent == ::getpid()) zombies.insert(std::stoi(line));
-    }
-    return zombies;
+bool noZombieChild() {
+    return std::ranges::none_of(test::childProcesses(), &test::ChildProcess::ended);
 }
 
 template <typename Condition> bool waitUntil(Condition condition) {
@@ -61,7 +45,7 @@ TEST(PosixProcessRunnerTest, StartsTheProgramWithOutputToNullAndLeavesNoZombie) 
     written >> out >> err;
     EXPECT_EQ(out, "/dev/null");
     EXPECT_EQ(err, "/dev/null");
-    EXPECT_TRUE(waitUntil([] { return zombieChildren().empty(); })) << "a child was left unreaped";
+    EXPECT_TRUE(waitUntil(noZombieChild)) << "a child was left unreaped";
 }
 
 TEST(PosixProcessRunnerTest, AProgramThatCannotStartIsReported) {

@@ -26,7 +26,7 @@ using Steady = std::chrono::steady_clock;
 using test::httpReply;
 using test::LocalHttpServer;
 
-class QtHttpClientTest : public test::QtEventLoopTest {
+class HttpClientFixture : public test::QtEventLoopTest {
 protected:
     // Sends and waits for the one answer; fails the test if it came inside send().
     HttpResult fetch(HttpRequest request) {
@@ -51,10 +51,21 @@ protected:
     }
 
     LocalHttpServer server;
+    QtMainLoop loop;
     std::unique_ptr<HttpClient> client = std::make_unique<QtHttpClient>();
 };
 
-TEST_F(QtHttpClientTest, EveryHttpStatusIsAnAnswerWithItsBodyAsServed) {
+// Each case runs on the client itself and on the same client reached through the module that
+// programs load at their first request.
+class QtHttpClientTest : public HttpClientFixture, public ::testing::WithParamInterface<bool> {
+protected:
+    void SetUp() override {
+        if (GetParam()) client = std::make_unique<LoadableHttpClient>(loop);
+    }
+};
+INSTANTIATE_TEST_SUITE_P(DirectAndThroughTheModule, QtHttpClientTest, ::testing::Bool());
+
+TEST_P(QtHttpClientTest, EveryHttpStatusIsAnAnswerWithItsBodyAsServed) {
     const std::vector<std::tuple<QByteArray, int, QByteArray, QByteArray>> rows = {
         {"/json", 200, "application/json", R"({"ok":true,"result":{"id":1}})"},
         {"/empty", 200, "application/json", ""},
@@ -73,7 +84,7 @@ TEST_F(QtHttpClientTest, EveryHttpStatusIsAnAnswerWithItsBodyAsServed) {
     }
 }
 
-TEST_F(QtHttpClientTest, SendsTheMethodHeadersAndBodyAsAsked) {
+TEST_P(QtHttpClientTest, SendsTheMethodHeadersAndBodyAsAsked) {
     server.route("/post", httpReply(200, "application/json", "{}"));
     auto post = get("/post");
     post.method = "POST";
@@ -98,7 +109,7 @@ TEST_F(QtHttpClientTest, SendsTheMethodHeadersAndBodyAsAsked) {
     EXPECT_TRUE(plain.body.isEmpty());
 }
 
-TEST_F(QtHttpClientTest, AReplyThatNeverComesTimesOutOnTime) {
+TEST_P(QtHttpClientTest, AReplyThatNeverComesTimesOutOnTime) {
     server.route("/never", LocalHttpServer::never);
     const auto start = Steady::now();
     const auto result = fetch(get("/never", 0.3));
@@ -109,7 +120,7 @@ TEST_F(QtHttpClientTest, AReplyThatNeverComesTimesOutOnTime) {
     EXPECT_LT(elapsed, 3s);
 }
 
-TEST_F(QtHttpClientTest, AClosedPortCannotConnect) {
+TEST_P(QtHttpClientTest, AClosedPortCannotConnect) {
     QTcpServer closed;
     ASSERT_TRUE(closed.listen(QHostAddress::LocalHost, 0));
     const auto port = closed.serverPort();
@@ -121,7 +132,7 @@ TEST_F(QtHttpClientTest, AClosedPortCannotConnect) {
     EXPECT_EQ(result.error().kind, TransportError::Kind::cannotConnect);
 }
 
-TEST_F(QtHttpClientTest, AnExchangeThatBreaksOffIsATransportErrorWithoutThePath) {
+TEST_P(QtHttpClientTest, AnExchangeThatBreaksOffIsATransportErrorWithoutThePath) {
     const std::vector<QByteArray> replies = {
         LocalHttpServer::drop,
         "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly the start of it",
@@ -138,7 +149,7 @@ TEST_F(QtHttpClientTest, AnExchangeThatBreaksOffIsATransportErrorWithoutThePath)
     }
 }
 
-TEST_F(QtHttpClientTest, AReplyThatIsNotHttpHasNoStatus) {
+TEST_P(QtHttpClientTest, AReplyThatIsNotHttpHasNoStatus) {
     HttpRequest request;
     request.url = "data:text/plain,hello";
     const auto result = fetch(request);
@@ -147,7 +158,7 @@ TEST_F(QtHttpClientTest, AReplyThatIsNotHttpHasNoStatus) {
     EXPECT_EQ(result.value().body, "hello");
 }
 
-TEST_F(QtHttpClientTest, DestroyingTheClientDropsTheRequestsInFlight) {
+TEST_P(QtHttpClientTest, DestroyingTheClientDropsTheRequestsInFlight) {
     server.route("/never", LocalHttpServer::never);
     bool answered = false;
     client->send(get("/never", 0.2), [&](HttpResult) { answered = true; });
@@ -157,33 +168,15 @@ TEST_F(QtHttpClientTest, DestroyingTheClientDropsTheRequestsInFlight) {
     EXPECT_FALSE(answered);
 }
 
-TEST_F(QtHttpClientTest, HttpsIsAvailable) {
+TEST_F(HttpClientFixture, HttpsIsAvailable) {
     EXPECT_TRUE(QSslSocket::supportsSsl()) << QSslSocket::sslLibraryBuildVersionString().toStdString();
 }
 
-// The same client reached through the module that programs load at their first request; the
-// build tree has the installation's layout, so the module is found where it would be installed.
-class LoadableHttpClientTest : public QtHttpClientTest {
-protected:
-    LoadableHttpClientTest() { client = std::make_unique<LoadableHttpClient>(loop); }
-    QtMainLoop loop;
-};
+using LoadableHttpClientTest = HttpClientFixture;
 
-TEST_F(LoadableHttpClientTest, TheModuleIsFoundAndAnswersLikeTheClientItHolds) {
+// The build tree has the installation's layout, so the module is found where it would be installed.
+TEST_F(LoadableHttpClientTest, TheModuleIsFoundBesideTheExecutables) {
     EXPECT_EQ(InstallationPaths::httpModule(), std::filesystem::path(TOVRIN_HTTP_MODULE));
-    server.route("/json", httpReply(200, "application/json", R"({"ok":true})"));
-    const auto result = fetch(get("/json"));
-    ASSERT_TRUE(result) << result.error().description();
-    EXPECT_EQ(result.value().status, 200);
-    EXPECT_EQ(result.value().body, R"({"ok":true})");
-
-    server.route("/never", LocalHttpServer::never);
-    bool answered = false;
-    client->send(get("/never", 0.2), [&](HttpResult) { answered = true; });
-    ASSERT_TRUE(pumpUntil([&] { return server.received().size() == 2; }));
-    client.reset();
-    pumpUntil([] { return false; }, 400ms);
-    EXPECT_FALSE(answered);
 }
 
 TEST_F(LoadableHttpClientTest, WithoutTheModuleEveryRequestFailsLaterSayingWhy) {

@@ -3,14 +3,12 @@
 #include "support/FakeFocusPorts.h"
 #include "support/FakeWindowSystem.h"
 #include "support/ScopedEnv.h"
+#include "support/ShellCommand.h"
 #include "support/TempDir.h"
 
-#include <array>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <memory>
 #include <thread>
 #include <unistd.h>
 
@@ -19,16 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Runs a shell command and gives its output without the final line feed.
 std::string output(const std::string& command) {
-    std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
-    if (!pipe) return {};
-    std::string text;
-    std::array<char, 256> buffer{};
-    while (std::fgets(buffer.data(), int(buffer.size()), pipe.get()))
-        text += buffer.data();
-    if (text.ends_with('\n')) text.pop_back();
-    return text;
+    return test::runCommand(command).out;
 }
 
 // A tmux server of the test's own: the default socket lives under TMUX_TMPDIR, and TMUX is cleared
@@ -36,7 +26,7 @@ std::string output(const std::string& command) {
 class TmuxPaneFocusTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (std::system("command -v tmux >/dev/null 2>&1") != 0) GTEST_SKIP() << "tmux is not installed";
+        if (!test::haveProgram("tmux")) GTEST_SKIP() << "tmux is not installed";
         if (const char* outer = std::getenv("TMUX")) m_outerTmux = outer;
         ::unsetenv("TMUX");
         ASSERT_EQ(std::system("tmux new-session -d -s focus -x 80 -y 24 && tmux split-window -t focus:0 && "

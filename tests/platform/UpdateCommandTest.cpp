@@ -1,11 +1,10 @@
 #include "core/AtomicFile.h"
 #include "support/LocalHttpServer.h"
 #include "support/QtEventLoopTest.h"
+#include "support/ShellCommand.h"
 #include "support/TempDir.h"
 
 #include <QProcess>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -22,18 +21,11 @@ using test::LocalHttpServer;
 
 constexpr const char* release = "tovrin-2.0-linux-x86_64";
 
-// Runs a shell command to its end; its standard output, with the test failed if it fails.
+// The standard output of a shell command, with the test failed if the command fails.
 std::string shell(const std::string& command) {
-    std::string out;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    if (!pipe) return out;
-    std::array<char, 4096> buffer{};
-    while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe))
-        out.append(buffer.data(), n);
-    EXPECT_EQ(::pclose(pipe), 0) << command;
-    while (!out.empty() && out.back() == '\n')
-        out.pop_back();
-    return out;
+    const auto result = test::runCommand(command);
+    EXPECT_EQ(result.exitCode, 0) << command;
+    return result.out;
 }
 
 std::string quoted(const fs::path& path) {

@@ -3,6 +3,7 @@
 #include "core/AtomicFile.h"
 #include "services/LoginItemManager.h"
 #include "support/ScopedEnv.h"
+#include "support/ShellCommand.h"
 #include "support/TempDir.h"
 
 #include <cstdlib>
@@ -26,7 +27,7 @@ protected:
 
 // What the desktop's own checker says of the written entry; skipped where it isn't installed.
 void expectValidEntry(const fs::path& file) {
-    if (std::system("command -v desktop-file-validate >/dev/null 2>&1") != 0) return;
+    if (!test::haveProgram("desktop-file-validate")) return;
     const std::string command = "desktop-file-validate '" + file.string() + "'";
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
 }

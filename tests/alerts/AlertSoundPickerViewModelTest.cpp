@@ -1,9 +1,9 @@
 #include "alerts/AlertSoundPickerViewModel.h"
 
 #include "alerts/SoundCatalog.h"
+#include "support/FakeSoundPorts.h"
 #include "support/TempDir.h"
 
-#include <deque>
 #include <gtest/gtest.h>
 
 namespace tovrin {
@@ -11,15 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Titles = std::vector<std::string>;
-
-struct ScriptedChooser final : SoundFileChoosing {
-    std::optional<fs::path> chooseSoundFile() override {
-        auto answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::deque<std::optional<fs::path>> answers;
-};
 
 class AlertSoundPickerViewModelTest : public ::testing::Test {
 protected:
@@ -32,7 +23,7 @@ protected:
 
     test::TempDir root;
     CustomSoundManager manager{root.path() / "sounds"};
-    ScriptedChooser chooser;
+    test::ScriptedSoundChooser chooser;
     std::vector<fs::path> revealed;
     AlertSoundPickerViewModel model{manager, chooser, [this](const fs::path& p) { revealed.push_back(p); }};
 };

@@ -1,5 +1,6 @@
 #include "alerts/LocalChannel.h"
 
+#include "support/FakeSoundPorts.h"
 #include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
@@ -7,11 +8,6 @@
 
 namespace tovrin {
 namespace {
-
-struct RecordingSound final : WaitingSoundPlaying {
-    void playWaiting(const std::string& soundId) override { played.push_back(soundId); }
-    std::vector<std::string> played;
-};
 
 TEST(LocalChannelTest, PlaysTheChosenSoundOncePerCallWhileSoundIsOn) {
     const auto a = test::session("claude-code", "a", SessionState::waiting, TimePoint{});
@@ -27,7 +23,7 @@ TEST(LocalChannelTest, PlaysTheChosenSoundOncePerCallWhileSoundIsOn) {
         PreferencesStore preferences(defaults);
         preferences.soundEnabled.set(soundEnabled);
         preferences.alertSound.set("war-cry");
-        RecordingSound sound;
+        test::RecordingWaitingSound sound;
         LocalChannel channel(sound, preferences);
         channel.notifyWaiting(sessions, {a, b});
         channel.remindWaiting(sessions);

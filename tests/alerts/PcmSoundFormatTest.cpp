@@ -57,8 +57,8 @@ std::string extensibleFmt(std::uint16_t subFormat, int channels, int bits, int v
     const int blockAlign = channels * bits / 8;
     const std::string guidTail("\x00\x00\x00\x00\x10\x00\x80\x00\x00\xAA\x00\x38\x9B\x71", 14);
     return chunk("fmt ",
-                 le(0xFFFE, 2) + le(static_cast<std::uint64_t>(channels), 2) + le(48000, 4) +
-                     le(static_cast<std::uint64_t>(48000 * blockAlign), 4) +
+                 le(0xFFFE, 2) + le(static_cast<std::uint64_t>(channels), 2) + le(8000, 4) +
+                     le(static_cast<std::uint64_t>(8000 * blockAlign), 4) +
                      le(static_cast<std::uint64_t>(blockAlign), 2) + le(static_cast<std::uint64_t>(bits), 2) +
                      le(22, 2) + le(static_cast<std::uint64_t>(validBits), 2) + le(3, 4) + le(subFormat, 2) +
                      guidTail,
@@ -96,120 +96,80 @@ Result<Decoded> decode(const std::string& file) {
     return Decoded{f, samples};
 }
 
-TEST(PcmSoundFormat, DecodesEveryWaveEncodingToTheSameSignal) {
-    const std::vector<float> expected{-1.0f, -0.5f, 0.0f, 0.5f};
+TEST(PcmSoundFormat, DecodesEveryEncodingLayoutAndCutToTheSameSignal) {
+    // Every encoding carries -1, -0.5, 0, 0.5. The sample list's length is frames times channels, so
+    // the channel count is checked to tell two frames of two channels from four of one.
+    const std::vector<float> four{-1.0f, -0.5f, 0.0f, 0.5f}, ends{-1.0f, 0.5f}, halfOnly{0.5f};
     const std::string float32 = le(0xBF800000, 4) + le(0xBF000000, 4) + le(0, 4) + le(0x3F000000, 4);
     const std::string float64 =
         le(0xBFF0000000000000, 8) + le(0xBFE0000000000000, 8) + le(0, 8) + le(0x3FE0000000000000, 8);
     const std::string int24 = le(0x800000, 3) + le(0xC00000, 3) + le(0, 3) + le(0x400000, 3);
+    const std::string half = le(0x4000, 2);
+    const std::string aiffHalves = be(0x8000, 2) + be(0x4000, 2);
+    // Five declared frames, of which three and half of the fourth are there.
+    std::string cut = riff(fmt(1, 1, 8000, 16) + chunk("data", half + half + half + half + half, false));
+    cut.resize(cut.size() - 3);
     const struct {
         const char* name;
+        int channels;
+        std::vector<float> samples;
         std::string file;
-        Encoding encoding;
     } cases[] = {
-        {"8-bit", riff(fmt(1, 2, 8000, 8) + chunk("data", std::string("\x00\x40\x80\xC0", 4), false)),
-         Encoding::unsigned8},
-        {"16-bit",
+        {"8-bit", 2, four,
+         riff(fmt(1, 2, 8000, 8) + chunk("data", std::string("\x00\x40\x80\xC0", 4), false))},
+        {"16-bit", 2, four,
          riff(fmt(1, 2, 8000, 16) +
-              chunk("data", le(0x8000, 2) + le(0xC000, 2) + le(0, 2) + le(0x4000, 2), false)),
-         Encoding::signed16},
-        {"24-bit", riff(fmt(1, 2, 8000, 24) + chunk("data", int24, false)), Encoding::signed24},
-        {"32-bit",
+              chunk("data", le(0x8000, 2) + le(0xC000, 2) + le(0, 2) + le(0x4000, 2), false))},
+        {"24-bit", 2, four, riff(fmt(1, 2, 8000, 24) + chunk("data", int24, false))},
+        {"32-bit", 2, four,
          riff(fmt(1, 2, 8000, 32) +
-              chunk("data", le(0x80000000, 4) + le(0xC0000000, 4) + le(0, 4) + le(0x40000000, 4), false)),
-         Encoding::signed32},
-        {"float", riff(fmt(3, 2, 8000, 32) + chunk("data", float32, false)), Encoding::float32},
-        {"double", riff(fmt(3, 2, 8000, 64) + chunk("data", float64, false)), Encoding::float64},
-        {"extensible 24 in 24", riff(extensibleFmt(1, 2, 24, 24) + chunk("data", int24, false)),
-         Encoding::signed24},
-        {"extensible float", riff(extensibleFmt(3, 2, 32, 32) + chunk("data", float32, false)),
-         Encoding::float32},
-    };
-    for (const auto& c : cases) {
-        const auto decoded = decode(c.file);
-        ASSERT_TRUE(decoded) << c.name << ": " << decoded.error();
-        EXPECT_EQ(decoded.value().format.encoding, c.encoding) << c.name;
-        EXPECT_EQ(decoded.value().format.channels, 2) << c.name;
-        EXPECT_EQ(decoded.value().format.frames, 2u) << c.name;
-        EXPECT_EQ(decoded.value().samples, expected) << c.name;
-    }
-}
-
-TEST(PcmSoundFormat, DecodesAiffAndAiffCByteOrdersAndFloats) {
-    const std::vector<float> expected{-1.0f, 0.5f};
-    const struct {
-        const char* name;
-        std::string file;
-    } cases[] = {
-        {"AIFF 16-bit", form("AIFF", comm(1, 2, 16) + ssnd(be(0x8000, 2) + be(0x4000, 2)))},
-        {"AIFF 8-bit signed", form("AIFF", comm(1, 2, 8) + ssnd("\x80\x40"))},
-        {"AIFF 24-bit", form("AIFF", comm(1, 2, 24) + ssnd(be(0x800000, 3) + be(0x400000, 3)))},
-        {"AIFF-C NONE", form("AIFC", comm(1, 2, 16, "NONE") + ssnd(be(0x8000, 2) + be(0x4000, 2)))},
-        {"AIFF-C sowt", form("AIFC", comm(1, 2, 16, "sowt") + ssnd(le(0x8000, 2) + le(0x4000, 2)))},
-        {"AIFF-C fl32", form("AIFC", comm(1, 2, 32, "fl32") + ssnd(be(0xBF800000, 4) + be(0x3F000000, 4)))},
-        {"AIFF-C fl64",
+              chunk("data", le(0x80000000, 4) + le(0xC0000000, 4) + le(0, 4) + le(0x40000000, 4), false))},
+        {"float", 2, four, riff(fmt(3, 2, 8000, 32) + chunk("data", float32, false))},
+        {"double", 2, four, riff(fmt(3, 2, 8000, 64) + chunk("data", float64, false))},
+        {"extensible 24 in 24", 2, four, riff(extensibleFmt(1, 2, 24, 24) + chunk("data", int24, false))},
+        {"extensible float", 2, four, riff(extensibleFmt(3, 2, 32, 32) + chunk("data", float32, false))},
+        {"AIFF 16-bit", 1, ends, form("AIFF", comm(1, 2, 16) + ssnd(aiffHalves))},
+        {"AIFF 8-bit signed", 1, ends, form("AIFF", comm(1, 2, 8) + ssnd("\x80\x40"))},
+        {"AIFF 24-bit", 1, ends, form("AIFF", comm(1, 2, 24) + ssnd(be(0x800000, 3) + be(0x400000, 3)))},
+        {"AIFF-C NONE", 1, ends, form("AIFC", comm(1, 2, 16, "NONE") + ssnd(aiffHalves))},
+        {"AIFF-C sowt", 1, ends, form("AIFC", comm(1, 2, 16, "sowt") + ssnd(le(0x8000, 2) + le(0x4000, 2)))},
+        {"AIFF-C fl32", 1, ends,
+         form("AIFC", comm(1, 2, 32, "fl32") + ssnd(be(0xBF800000, 4) + be(0x3F000000, 4)))},
+        {"AIFF-C fl64", 1, ends,
          form("AIFC", comm(1, 2, 64, "fl64") + ssnd(be(0xBFF0000000000000, 8) + be(0x3FE0000000000000, 8)))},
+        // Chunks come in any order, and odd ones with or without their pad byte.
+        {"list first", 1, halfOnly,
+         riff(chunk("LIST", "INFOISFT", false) + fmt(1, 1, 8000, 16) + chunk("data", half, false))},
+        {"data before fmt", 1, halfOnly, riff(chunk("data", half, false) + fmt(1, 1, 8000, 16))},
+        {"odd chunk, padded", 1, halfOnly,
+         riff(chunk("junk", "abc", false) + fmt(1, 1, 8000, 16) + chunk("data", half, false))},
+        {"odd chunk, pad left out", 1, halfOnly,
+         riff(chunk("junk", "abc", false, false) + fmt(1, 1, 8000, 16) + chunk("data", half, false))},
+        {"odd 8-bit data then a chunk", 1, halfOnly,
+         riff(fmt(1, 1, 8000, 8) + chunk("data", "\xC0", false) + chunk("LIST", "INFO", false))},
+        {"SSND before COMM, with an offset", 1, halfOnly,
+         form("AIFF", ssnd(be(0x4000, 2), 3) + chunk("ANNO", "odd", true) + comm(1, 1, 16))},
+        // Data that stops short plays what is there.
+        {"WAVE cut inside a frame", 1, {0.5f, 0.5f, 0.5f}, cut},
+        {"AIFF declaring more frames than it holds",
+         2,
+         {1 / 32768.0f, 2 / 32768.0f},
+         form("AIFF", comm(2, 100, 16) + ssnd(be(1, 2) + be(2, 2) + be(3, 2)))},
+        // A size still at its maximum, as a writer that never finished leaves it.
+        {"unfinished data size",
+         1,
+         {0.5f, 0.0f},
+         riff(fmt(1, 1, 8000, 16)) + "data" + le(0xFFFFFFFF, 4) + half + le(0, 2)},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         const auto decoded = decode(c.file);
-        ASSERT_TRUE(decoded) << c.name << ": " << decoded.error();
-        EXPECT_EQ(decoded.value().format.sampleRate, 44100) << c.name;
-        EXPECT_EQ(decoded.value().samples, expected) << c.name;
+        ASSERT_TRUE(decoded) << decoded.error();
+        const PcmSoundFormat& format = decoded.value().format;
+        EXPECT_EQ(format.channels, c.channels);
+        EXPECT_EQ(format.sampleRate, c.file.starts_with("FORM") ? 44100 : 8000);
+        EXPECT_EQ(decoded.value().samples, c.samples);
     }
-}
-
-TEST(PcmSoundFormat, FindsChunksInAnyOrderAndAcrossOddPadding) {
-    const std::string samples = le(0x4000, 2);
-    const struct {
-        const char* name;
-        std::string file;
-        std::vector<float> expected;
-    } cases[] = {
-        {"list first",
-         riff(chunk("LIST", "INFOISFT", false) + fmt(1, 1, 8000, 16) + chunk("data", samples, false)),
-         {0.5f}},
-        {"data before fmt", riff(chunk("data", samples, false) + fmt(1, 1, 8000, 16)), {0.5f}},
-        {"odd chunk, padded",
-         riff(chunk("junk", "abc", false) + fmt(1, 1, 8000, 16) + chunk("data", samples, false)),
-         {0.5f}},
-        {"odd chunk, pad left out",
-         riff(chunk("junk", "abc", false, false) + fmt(1, 1, 8000, 16) + chunk("data", samples, false)),
-         {0.5f}},
-        {"odd 8-bit data then a chunk",
-         riff(fmt(1, 1, 8000, 8) + chunk("data", "\xC0", false) + chunk("LIST", "INFO", false)),
-         {0.5f}},
-        {"SSND before COMM, with an offset",
-         form("AIFF", ssnd(be(0x4000, 2), 3) + chunk("ANNO", "odd", true) + comm(1, 1, 16)),
-         {0.5f}},
-    };
-    for (const auto& c : cases) {
-        const auto decoded = decode(c.file);
-        ASSERT_TRUE(decoded) << c.name << ": " << decoded.error();
-        EXPECT_EQ(decoded.value().samples, c.expected) << c.name;
-    }
-}
-
-TEST(PcmSoundFormat, DataCutShortPlaysWhatIsThere) {
-    // Three of the five declared frames, and half of the fourth.
-    std::string wave = riff(
-        fmt(1, 1, 8000, 16) +
-        chunk("data", le(0x4000, 2) + le(0x4000, 2) + le(0x4000, 2) + le(0x4000, 2) + le(0x4000, 2), false));
-    wave.resize(wave.size() - 3);
-    const auto decoded = decode(wave);
-    ASSERT_TRUE(decoded) << decoded.error();
-    EXPECT_EQ(decoded.value().format.frames, 3u);
-
-    // An AIFF that declares more frames than its sound data holds.
-    const auto aiff = decode(form("AIFF", comm(2, 100, 16) + ssnd(be(1, 2) + be(2, 2) + be(3, 2))));
-    ASSERT_TRUE(aiff) << aiff.error();
-    EXPECT_EQ(aiff.value().format.frames, 1u);
-
-    // A size still at its maximum, as a writer that never finished leaves it.
-    const std::string open =
-        riff(fmt(1, 1, 8000, 16)) + "data" + le(0xFFFFFFFF, 4) + le(0x4000, 2) + le(0, 2);
-    const auto unfinished = decode(open);
-    ASSERT_TRUE(unfinished) << unfinished.error();
-    EXPECT_EQ(unfinished.value().format.frames, 2u);
 }
 
 TEST(PcmSoundFormat, RefusesJunkAndWhatItCannotPlay) {

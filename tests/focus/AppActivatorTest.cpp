@@ -87,57 +87,44 @@ TEST_F(AppActivatorFixture, DesktopEntryByNameBeforeAnyByIdPart) {
     EXPECT_EQ(idOf(""), "-");
 }
 
-TEST_F(AppActivatorFixture, ActivatesTheFirstWindowOfTheApp) {
-    m_windows.windows = {window(1, "firefox", "firefox"), window(2, "konsole", "konsole"),
-                         window(3, "konsole", "konsole")};
-    activator().activate("Konsole");
-    EXPECT_EQ(m_windows.activated, std::vector<std::uint64_t>{2});
-    EXPECT_TRUE(m_log.entries().empty());
-}
-
-TEST_F(AppActivatorFixture, FindsVsCodeByItsWindowClass) {
-    // A terminal session inside VS Code records its host as "VS Code"; the window class is "Code".
-    m_windows.windows = {window(1, "konsole", "konsole"), window(2, "code", "Code")};
-    activator().activate("VS Code");
-    EXPECT_EQ(m_windows.activated, std::vector<std::uint64_t>{2});
-}
-
-TEST_F(AppActivatorFixture, FindsTheWindowThroughTheDesktopEntryOfTheName) {
+TEST_F(AppActivatorFixture, RaisesAWindowOfTheAppElseLaunchesItsDesktopEntry) {
     desktopFile("system/applications/code.desktop", "Name=Visual Studio Code\nStartupWMClass=Code\n");
     desktopFile("system/applications/org.example.Viewer.desktop", "Name=Picture Viewer\n");
-    m_windows.windows = {window(1, "viewer", "Viewer"), window(2, "code", "Code")};
-    AppActivator app = activator();
-    app.activate("Visual Studio Code");
-    app.activate("Picture Viewer"); // no StartupWMClass: the id's last part
-    EXPECT_EQ(m_windows.activated, (std::vector<std::uint64_t>{2, 1}));
-    EXPECT_TRUE(m_log.entries().empty());
-}
-
-TEST_F(AppActivatorFixture, LaunchesTheDesktopEntryWhenNoWindowIsOpen) {
     desktopFile("system/applications/kde/org.kde.konsole.desktop", "Name=Konsole\n");
-    m_windows.windows = {window(1, "xterm", "XTerm")};
-    activator().activate("Konsole");
-    EXPECT_TRUE(m_windows.activated.empty());
-    EXPECT_EQ(m_log.entries(), std::vector<std::string>{"start /usr/bin/gtk-launch kde-org.kde.konsole"});
-}
-
-TEST_F(AppActivatorFixture, LaunchesThroughGioWhenGtkLaunchCantStart) {
-    desktopFile("system/applications/org.kde.konsole.desktop", "Name=Konsole\n");
-    m_runner.startSucceeds = false;
-    activator().activate("Konsole");
-    const fs::path file = m_dirs.path() / "system/applications/org.kde.konsole.desktop";
-    EXPECT_EQ(m_log.entries(), (std::vector<std::string>{"start /usr/bin/gtk-launch org.kde.konsole",
-                                                         "start /usr/bin/gio launch " + file.string()}));
-}
-
-TEST_F(AppActivatorFixture, DoesNothingForAnUnknownOrEmptyName) {
-    desktopFile("system/applications/org.kde.konsole.desktop", "Name=Konsole\n");
-    m_windows.windows = {window(1, "xterm", "XTerm")};
-    AppActivator app = activator();
-    app.activate("Nonesuch");
-    app.activate("");
-    EXPECT_TRUE(m_windows.activated.empty());
-    EXPECT_TRUE(m_log.entries().empty());
+    const std::string konsole = (m_dirs.path() / "system/applications/kde/org.kde.konsole.desktop").string();
+    const std::string gtkLaunch = "start /usr/bin/gtk-launch kde-org.kde.konsole";
+    const std::vector<WindowInfo> busy{window(1, "firefox", "firefox"), window(2, "konsole", "konsole"),
+                                       window(3, "konsole", "konsole"), window(4, "code", "Code"),
+                                       window(5, "viewer", "Viewer")};
+    const std::vector<WindowInfo> xtermOnly{window(1, "xterm", "XTerm")};
+    struct Case {
+        std::string name;
+        const std::vector<WindowInfo>& windows;
+        bool gtkLaunchStarts;
+        std::uint64_t raised; // 0 for none
+        std::vector<std::string> log;
+    };
+    const std::vector<Case> cases{
+        {"Konsole", busy, true, 2, {}}, // the first window of the app
+        // A terminal session inside VS Code records its host as "VS Code"; the window class is "Code".
+        {"VS Code", busy, true, 4, {}},
+        {"Visual Studio Code", busy, true, 4, {}}, // through the desktop entry's StartupWMClass
+        {"Picture Viewer", busy, true, 5, {}},     // no StartupWMClass: the id's last part
+        {"Konsole", xtermOnly, true, 0, {gtkLaunch}},
+        {"Konsole", xtermOnly, false, 0, {gtkLaunch, "start /usr/bin/gio launch " + konsole}},
+        {"Nonesuch", xtermOnly, true, 0, {}},
+        {"", xtermOnly, true, 0, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name + (c.gtkLaunchStarts ? "" : " without gtk-launch"));
+        m_windows.windows = c.windows;
+        m_windows.activated.clear();
+        m_log.clear();
+        m_runner.startSucceeds = c.gtkLaunchStarts;
+        activator().activate(c.name);
+        EXPECT_EQ(m_windows.activated, c.raised ? std::vector{c.raised} : std::vector<std::uint64_t>{});
+        EXPECT_EQ(m_log.entries(), c.log);
+    }
 }
 
 } // namespace

@@ -8,51 +8,31 @@
 namespace tovrin {
 namespace {
 
+using Files = std::vector<std::string>;
+
 struct ResolveCase {
     const char* what;
     std::string name;
     std::optional<std::string> path;
-    std::set<std::string> executables;
     std::optional<std::string> expected;
-    std::vector<std::string> probed; // every file tested, in order; empty: not checked
+    std::set<std::string> executables;
+    Files probed{}; // every file tested, in order; empty: not checked
 };
 
 TEST(ShellRunnerTest, ResolveSearchesTheFixedFoldersFirstThenPath) {
-    const std::vector<std::string> fixed{"/usr/local/bin/wezterm", "/usr/bin/wezterm", "/bin/wezterm",
-                                         "/usr/sbin/wezterm", "/sbin/wezterm"};
-    auto withTail = [&](std::vector<std::string> tail) {
-        std::vector<std::string> all = fixed;
-        all.insert(all.end(), tail.begin(), tail.end());
-        return all;
-    };
+    const Files fixed{"/usr/local/bin/wezterm", "/usr/bin/wezterm", "/bin/wezterm", "/usr/sbin/wezterm",
+                      "/sbin/wezterm"};
+    Files fixedThenPath = fixed;
+    fixedThenPath.push_back("/opt/tools/wezterm");
+    const std::set<std::string> decoys{"/usr/bin/tmux", "/x/tmux", "/usr/bin//nowhere/tmux"};
     const std::vector<ResolveCase> cases{
-        {"a fixed folder beats PATH",
-         "tmux",
-         "/opt/tools",
-         {"/opt/tools/tmux", "/usr/bin/tmux"},
-         "/usr/bin/tmux",
-         {}},
-        {"the fixed folders keep their order",
-         "tmux",
-         std::nullopt,
-         {"/usr/bin/tmux", "/usr/local/bin/tmux"},
-         "/usr/local/bin/tmux",
-         {}},
-        {"PATH entries keep their order", "tmux", "/a:/b", {"/b/tmux", "/a/tmux"}, "/a/tmux", {}},
-        {"empty PATH entries are dropped",
-         "wezterm",
-         "::/opt/tools:",
-         {},
-         std::nullopt,
-         withTail({"/opt/tools/wezterm"})},
-        {"without PATH only the fixed folders", "wezterm", std::nullopt, {}, std::nullopt, fixed},
-        {"an absolute name stands for itself", "/usr/bin/tmux", "/x", {"/usr/bin/tmux"}, "/usr/bin/tmux", {}},
-        {"an absolute name is never searched for",
-         "/nowhere/tmux",
-         "/x",
-         {"/usr/bin/tmux", "/x/tmux", "/usr/bin//nowhere/tmux"},
-         std::nullopt,
-         {"/nowhere/tmux"}},
+        {"fixed beats PATH", "tmux", "/opt/tools", "/usr/bin/tmux", {"/opt/tools/tmux", "/usr/bin/tmux"}},
+        {"fixed in order", "tmux", {}, "/usr/local/bin/tmux", {"/usr/bin/tmux", "/usr/local/bin/tmux"}},
+        {"PATH entries keep their order", "tmux", "/a:/b", "/a/tmux", {"/b/tmux", "/a/tmux"}},
+        {"empty PATH entries are dropped", "wezterm", "::/opt/tools:", std::nullopt, {}, fixedThenPath},
+        {"without PATH only the fixed folders", "wezterm", std::nullopt, std::nullopt, {}, fixed},
+        {"an absolute name stands for itself", "/usr/bin/tmux", "/x", "/usr/bin/tmux", {"/usr/bin/tmux"}},
+        {"an absolute name is never searched for", "/nowhere/tmux", "/x", {}, decoys, {"/nowhere/tmux"}},
     };
     for (const ResolveCase& c : cases) {
         SCOPED_TRACE(c.what);

@@ -5,106 +5,52 @@
 
 #include <gtest/gtest.h>
 
+// Locators name only the fields a case sets; the others are meant to stay empty.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+
 namespace tovrin {
 namespace {
+
+using Log = std::vector<std::string>;
 
 struct TerminalCase {
     const char* what;
     std::optional<Locator> locator;
-    bool installed = true; // tmux and wezterm under /usr/bin
+    bool installed; // tmux and wezterm under /usr/bin
     std::optional<std::string> clients;
-    bool expected = false;
-    std::vector<std::string> log;
-    std::vector<std::uint64_t> activated;
+    bool expected;
+    std::uint64_t raised; // the terminal window brought forward, 0 for none
+    Log log;
 };
-
-Locator locator(std::function<void(Locator&)> fill) {
-    Locator value;
-    fill(value);
-    return value;
-}
 
 TEST(TerminalFocuserTest, TheFirstAttemptThatAppliesDecides) {
     const std::string selectPane = "start /usr/bin/tmux select-pane -t %3";
     const std::string selectWindow = "start /usr/bin/tmux select-window -t %3";
     const std::string listClients = "/usr/bin/tmux list-clients -t %3 -F #{client_activity} #{client_pid}";
+    const Log none, someApp{"activate SomeApp"}, tmuxThenApp{selectPane, selectWindow, "activate SomeApp"},
+        tmuxThenClients{selectPane, selectWindow, "read " + listClients}, wezTerm{"activate WezTerm"},
+        weztermPane{"start /usr/bin/wezterm cli activate-pane --pane-id 7", "activate WezTerm"};
     const std::vector<TerminalCase> cases{
-        {"no locator", std::nullopt, true, "1 50", false, {}, {}},
+        {"no locator", std::nullopt, true, "1 50", false, 0, none},
         {"tmux wins and its app comes forward",
-         locator([](Locator& l) {
-             l.tmuxPane = "%3";
-             l.itermSession = "w0t0p0:X";
-             l.weztermPane = "7";
-             l.app = "SomeApp";
-         }),
-         true,
-         "1 50",
-         true,
-         {selectPane, selectWindow, "activate SomeApp"},
-         {}},
+         Locator{.tmuxPane = "%3", .itermSession = "w0t0p0:X", .weztermPane = "7", .app = "SomeApp"}, true,
+         "1 50", true, 0, tmuxThenApp},
         {"a missing tmux still closes the matter when the app is known",
-         locator([](Locator& l) {
-             l.tmuxPane = "%3";
-             l.app = "SomeApp";
-         }),
-         false,
-         std::nullopt,
-         true,
-         {"activate SomeApp"},
-         {}},
-        {"tmux without app raises the terminal of its client",
-         locator([](Locator& l) { l.tmuxPane = "%3"; }),
-         true,
-         "1 50",
-         true,
-         {selectPane, selectWindow, "read " + listClients},
-         {10}},
-        {"an empty app is no app",
-         locator([](Locator& l) {
-             l.tmuxPane = "%3";
-             l.app = "";
-         }),
-         true,
-         "1 50",
-         true,
-         {selectPane, selectWindow, "read " + listClients},
-         {10}},
-        {"no client to follow lets the caller go on",
-         locator([](Locator& l) { l.tmuxPane = "%3"; }),
-         true,
-         "",
-         false,
-         {selectPane, selectWindow, "read " + listClients},
-         {}},
-        {"an empty tmux pane counts as absent",
-         locator([](Locator& l) {
-             l.tmuxPane = "";
-             l.weztermPane = "7";
-         }),
-         true,
-         std::nullopt,
-         true,
-         {"start /usr/bin/wezterm cli activate-pane --pane-id 7", "activate WezTerm"},
-         {}},
-        {"a missing wezterm still closes the matter",
-         locator([](Locator& l) { l.weztermPane = "7"; }),
-         false,
-         std::nullopt,
-         true,
-         {"activate WezTerm"},
-         {}},
+         Locator{.tmuxPane = "%3", .app = "SomeApp"}, false, std::nullopt, true, 0, someApp},
+        {"tmux without app raises the terminal of its client", Locator{.tmuxPane = "%3"}, true, "1 50", true,
+         10, tmuxThenClients},
+        {"an empty app is no app", Locator{.tmuxPane = "%3", .app = ""}, true, "1 50", true, 10,
+         tmuxThenClients},
+        {"no client to follow lets the caller go on", Locator{.tmuxPane = "%3"}, true, "", false, 0,
+         tmuxThenClients},
+        {"an empty tmux pane counts as absent", Locator{.tmuxPane = "", .weztermPane = "7"}, true,
+         std::nullopt, true, 0, weztermPane},
+        {"a missing wezterm still closes the matter", Locator{.weztermPane = "7"}, false, std::nullopt, true,
+         0, wezTerm},
         {"an iTerm session, a device or the terminal program alone lead nowhere",
-         locator([](Locator& l) {
-             l.itermSession = "w0t1p0:ABCD";
-             l.app = "Terminal";
-             l.tty = "/dev/pts/2";
-             l.termProgram = "WezTerm";
-         }),
-         true,
-         std::nullopt,
-         false,
-         {},
-         {}},
+         Locator{
+             .termProgram = "WezTerm", .itermSession = "w0t1p0:ABCD", .tty = "/dev/pts/2", .app = "Terminal"},
+         true, std::nullopt, false, 0, none},
     };
     for (const TerminalCase& c : cases) {
         SCOPED_TRACE(c.what);
@@ -125,7 +71,7 @@ TEST(TerminalFocuserTest, TheFirstAttemptThatAppliesDecides) {
         });
         EXPECT_EQ(focuser.focus(session), c.expected);
         EXPECT_EQ(log.entries(), c.log);
-        EXPECT_EQ(windows.activated, c.activated);
+        EXPECT_EQ(windows.activated, c.raised ? std::vector{c.raised} : std::vector<std::uint64_t>{});
     }
 }
 

@@ -1,12 +1,10 @@
 #include "services/UpdaterManager.h"
 
+#include "support/CannedAppcast.h"
 #include "support/FakeHttpClient.h"
 #include "support/MemoryDefaultsStore.h"
 
 #include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace tovrin {
 namespace {
@@ -15,16 +13,6 @@ using Phase = UpdateStatus::Phase;
 
 constexpr const char* feedAddress = "https://tovrin.app/appcast.xml";
 constexpr const char* realKey = "pfIShU4dEXqPd5ObYNfDBiQWcXozk7estwzTnF9BamQ=";
-
-// Reads the text "feed" as its items; anything else is not a feed.
-struct CannedFeed final : AppcastReading {
-    std::vector<AppcastItem> items;
-    Result<std::vector<AppcastItem>, std::string> read(std::string_view feed) const override {
-        if (feed != "feed")
-            return Result<std::vector<AppcastItem>, std::string>::failure("line 1, column 1: no");
-        return items;
-    }
-};
 
 AppcastItem release(std::string version, std::string shortVersion) {
     return {.version = std::move(version),
@@ -37,7 +25,7 @@ AppcastItem release(std::string version, std::string shortVersion) {
 
 struct UpdaterFixture : ::testing::Test {
     test::FakeHttpClient http;
-    std::shared_ptr<CannedFeed> feed = std::make_shared<CannedFeed>();
+    std::shared_ptr<test::CannedAppcast> feed = std::make_shared<test::CannedAppcast>();
     MemoryDefaultsStore defaults;
     std::vector<std::string> logged;
     int relaunches = 0;

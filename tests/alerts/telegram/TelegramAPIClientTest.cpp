@@ -58,73 +58,61 @@ TEST_F(TelegramAPIClientTest, GetCallsCarryNoBodyNoHeaderAndNoQuery) {
 
 TEST_F(TelegramAPIClientTest, SendMessagePostsTheChatIdAsAStringBesideThePlainText) {
     client.sendMessage(token, "-1001", "2 agents are waiting\nCodex, \"x\"", [](auto) {});
-    ASSERT_EQ(http.requests().size(), 1u);
-    const auto& request = http.requests()[0];
-    EXPECT_EQ(request.method, "POST");
-    EXPECT_EQ(request.url, "https://bots.test/bot" + token + "/sendMessage");
-    EXPECT_EQ(request.headers, (decltype(request.headers){{"Content-Type", "application/json"}}));
-    const auto body = nlohmann::json::parse(request.body.value());
-    EXPECT_EQ(body, (nlohmann::json{{"chat_id", "-1001"}, {"text", "2 agents are waiting\nCodex, \"x\""}}));
-}
-
-TEST_F(TelegramAPIClientTest, TextThatCannotBeEncodedStillGoesOutAsAnEmptyPost) {
-    EXPECT_EQ(TelegramAPIClient::sendMessageBody("1", "bad \xff byte"), "");
+    // Text that cannot be encoded still goes out, as an empty post.
     client.sendMessage(token, "1", "bad \xff byte", [](auto) {});
-    ASSERT_EQ(http.requests().size(), 1u);
-    EXPECT_EQ(http.requests()[0].method, "POST");
-    EXPECT_EQ(http.requests()[0].body, std::optional<std::string>(""));
+    ASSERT_EQ(http.requests().size(), 2u);
+    for (const auto& request : http.requests()) {
+        EXPECT_EQ(request.method, "POST");
+        EXPECT_EQ(request.url, "https://bots.test/bot" + token + "/sendMessage");
+        EXPECT_EQ(request.headers, (decltype(request.headers){{"Content-Type", "application/json"}}));
+    }
+    const auto body = nlohmann::json::parse(http.requests()[0].body.value());
+    EXPECT_EQ(body, (nlohmann::json{{"chat_id", "-1001"}, {"text", "2 agents are waiting\nCodex, \"x\""}}));
+    EXPECT_EQ(http.requests()[1].body, std::optional<std::string>(""));
 }
-
-struct FailureRow {
-    const char* name;
-    std::function<void(test::FakeHttpClient&)> answer;
-    Kind kind;
-    std::string description; // exact, or the start of it for decoder texts
-};
 
 TEST_F(TelegramAPIClientTest, EveryFailureReachesTheCallerWithItsOwnWords) {
-    const std::vector<FailureRow> rows = {
-        {"401 with a JSON body",
-         [](auto& h) { h.respond(401, R"({"ok":false,"description":"Unauthorized"})"); }, Kind::unauthorized,
-         "Token rejected — double-check it with @BotFather."},
-        {"401 with an HTML body", [](auto& h) { h.respond(401, "<html>no</html>"); }, Kind::unauthorized,
-         "Token rejected — double-check it with @BotFather."},
-        {"404 with a description",
-         [](auto& h) { h.respond(404, R"({"ok":false,"description":"Not Found"})"); }, Kind::api,
+    const std::string rejected = "Token rejected — double-check it with @BotFather.";
+    const std::string notJson = "The reply isn't valid JSON",
+                      badShape = "The reply isn't in the expected format";
+    const auto timedOut = HttpResult::failure({TransportError::Kind::timeout, {}});
+    const auto refused = HttpResult::failure({TransportError::Kind::cannotConnect, {}});
+    const auto tls = HttpResult::failure({TransportError::Kind::other, "TLS handshake failed"});
+    const struct {
+        const char* name;
+        HttpResult answer;
+        Kind kind;
+        std::string description; // exact, or the start of it for decoder texts
+    } rows[] = {
+        {"401 with a JSON body", HttpResponse{401, R"({"ok":false,"description":"Unauthorized"})"},
+         Kind::unauthorized, rejected},
+        {"401 with an HTML body", HttpResponse{401, "<html>no</html>"}, Kind::unauthorized, rejected},
+        {"404 with a description", HttpResponse{404, R"({"ok":false,"description":"Not Found"})"}, Kind::api,
          "Telegram turned it away: Not Found"},
-        {"ok without result", [](auto& h) { h.respond(200, R"({"ok":true})"); }, Kind::api,
+        {"ok without result", HttpResponse{200, R"({"ok":true})"}, Kind::api,
          "Telegram turned it away: status 200"},
-        {"ok false with a result", [](auto& h) { h.respond(200, R"({"ok":false,"result":{"id":1}})"); },
-         Kind::api, "Telegram turned it away: status 200"},
-        {"500 without description", [](auto& h) { h.respond(500, R"({"ok":false,"description":null})"); },
-         Kind::api, "Telegram turned it away: status 500"},
-        {"502 HTML page", [](auto& h) { h.respond(502, "<html><body>Bad Gateway</body></html>"); },
-         Kind::decoding, "The reply isn't valid JSON"},
-        {"empty body", [](auto& h) { h.respond(200, ""); }, Kind::decoding, "The reply isn't valid JSON"},
-        {"ok is not a boolean", [](auto& h) { h.respond(200, R"({"ok":"true","result":{"id":1}})"); },
-         Kind::decoding, "The reply isn't in the expected format"},
-        {"no ok at all", [](auto& h) { h.respond(200, R"({"result":{"id":1}})"); }, Kind::decoding,
-         "The reply isn't in the expected format"},
-        {"a top-level array", [](auto& h) { h.respond(200, "[]"); }, Kind::decoding,
-         "The reply isn't in the expected format"},
-        {"result of the wrong shape", [](auto& h) { h.respond(200, R"({"ok":true,"result":{"id":"7"}})"); },
-         Kind::decoding, "The reply isn't in the expected format"},
-        {"not HTTP",
-         [](auto& h) {
-             h.answer(HttpResponse{std::nullopt, "{}"});
-         },
-         Kind::noResponse, "Couldn't reach Telegram. Check your connection and try again."},
-        {"timeout", [](auto& h) { h.fail(TransportError::Kind::timeout); }, Kind::transport,
-         "The request timed out."},
-        {"cannot connect", [](auto& h) { h.fail(TransportError::Kind::cannotConnect); }, Kind::transport,
-         "Could not connect to the server."},
-        {"other transport error",
-         [](auto& h) { h.fail(TransportError::Kind::other, "TLS handshake failed"); }, Kind::transport,
-         "TLS handshake failed"},
+        {"ok false with a result", HttpResponse{200, R"({"ok":false,"result":{"id":1}})"}, Kind::api,
+         "Telegram turned it away: status 200"},
+        {"500 without description", HttpResponse{500, R"({"ok":false,"description":null})"}, Kind::api,
+         "Telegram turned it away: status 500"},
+        {"502 HTML page", HttpResponse{502, "<html><body>Bad Gateway</body></html>"}, Kind::decoding,
+         notJson},
+        {"empty body", HttpResponse{200, ""}, Kind::decoding, notJson},
+        {"ok is not a boolean", HttpResponse{200, R"({"ok":"true","result":{"id":1}})"}, Kind::decoding,
+         badShape},
+        {"no ok at all", HttpResponse{200, R"({"result":{"id":1}})"}, Kind::decoding, badShape},
+        {"a top-level array", HttpResponse{200, "[]"}, Kind::decoding, badShape},
+        {"result of the wrong shape", HttpResponse{200, R"({"ok":true,"result":{"id":"7"}})"}, Kind::decoding,
+         badShape},
+        {"not HTTP", HttpResponse{std::nullopt, "{}"}, Kind::noResponse,
+         "Couldn't reach Telegram. Check your connection and try again."},
+        {"timeout", timedOut, Kind::transport, "The request timed out."},
+        {"cannot connect", refused, Kind::transport, "Could not connect to the server."},
+        {"other transport error", tls, Kind::transport, "TLS handshake failed"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const auto result = verify([&] { row.answer(http); });
+        const auto result = verify([&] { http.answer(row.answer); });
         ASSERT_FALSE(result);
         EXPECT_EQ(result.error().kind(), row.kind);
         const auto description = result.error().description();
@@ -135,12 +123,17 @@ TEST_F(TelegramAPIClientTest, EveryFailureReachesTheCallerWithItsOwnWords) {
     }
 }
 
-TEST_F(TelegramAPIClientTest, ASuccessEnvelopeSucceedsUnderAnyStatusButUnauthorized) {
-    for (const int status : {200, 201, 404, 500}) {
-        const auto label =
-            verify([&] { http.respond(status, R"({"ok":true,"result":{"id":5,"username":"b"}})"); });
-        ASSERT_TRUE(label) << status;
-        EXPECT_EQ(label.value(), "@b");
+TEST_F(TelegramAPIClientTest, TheBotLabelPrefersTheUsernameThenTheFirstNameUnderAnyStatusButUnauthorized) {
+    const std::vector<std::tuple<int, std::string, std::string>> rows = {
+        {200, R"({"id":1,"is_bot":true,"username":"helper_bot","first_name":"Helper"})", "@helper_bot"},
+        {201, R"({"id":1,"first_name":"Helper","username":null})", "Helper"},
+        {404, R"({"id":1})", "bot"},
+        {500, R"({"id":1,"first_name":""})", ""},
+    };
+    for (const auto& [status, user, label] : rows) {
+        const auto result = verify([&] { http.respond(status, R"({"ok":true,"result":)" + user + "}"); });
+        ASSERT_TRUE(result) << user;
+        EXPECT_EQ(result.value(), label);
     }
 }
 
@@ -175,20 +168,6 @@ TEST_F(TelegramAPIClientTest, TheTokenNeverShowsInAnErrorText) {
     }
 }
 
-TEST_F(TelegramAPIClientTest, TheBotLabelPrefersTheUsernameThenTheFirstName) {
-    const std::vector<std::pair<std::string, std::string>> rows = {
-        {R"({"id":1,"is_bot":true,"username":"helper_bot","first_name":"Helper"})", "@helper_bot"},
-        {R"({"id":1,"first_name":"Helper","username":null})", "Helper"},
-        {R"({"id":1})", "bot"},
-        {R"({"id":1,"first_name":""})", ""},
-    };
-    for (const auto& [user, label] : rows) {
-        const auto result = verify([&] { http.respond(200, R"({"ok":true,"result":)" + user + "}"); });
-        ASSERT_TRUE(result) << user;
-        EXPECT_EQ(result.value(), label);
-    }
-}
-
 TEST_F(TelegramAPIClientTest, TheMostRecentUpdateWithAMessageGivesTheChat) {
     const auto chat = discover(R"({"ok":true,"result":[
         {"update_id":1,"message":{"date":1,"chat":{"id":-1001,"title":"Ops","type":"group"}}},
@@ -204,16 +183,13 @@ TEST_F(TelegramAPIClientTest, TheMostRecentUpdateWithAMessageGivesTheChat) {
     EXPECT_EQ(first.value().id, 7);
 }
 
-TEST_F(TelegramAPIClientTest, NoMessageAmongTheUpdatesMeansNoChat) {
+TEST_F(TelegramAPIClientTest, NoMessageMeansNoChatAndAMessageWithoutAChatSpoilsTheReply) {
     for (const std::string body :
          {R"({"ok":true,"result":[]})", R"({"ok":true,"result":[{"update_id":1}]})"}) {
         const auto chat = discover(body);
         ASSERT_FALSE(chat) << body;
         EXPECT_EQ(chat.error().description(), "Message your bot once in Telegram, then tap Link chat.");
     }
-}
-
-TEST_F(TelegramAPIClientTest, AMessageWithoutAChatSpoilsTheWholeReply) {
     const auto chat =
         discover(R"({"ok":true,"result":[{"message":{"chat":{"id":1}}},{"message":{"text":"hi"}}]})");
     ASSERT_FALSE(chat);

@@ -1,6 +1,6 @@
 #include "alerts/telegram/TelegramChannel.h"
 
-#include "alerts/telegram/TelegramFakes.h"
+#include "support/FakeTelegramPorts.h"
 #include "support/MemoryDefaultsStore.h"
 #include "support/SampleSessions.h"
 
@@ -32,22 +32,16 @@ struct Rig {
 
 class TelegramChannelTest : public ::testing::Test, protected Rig {};
 
-TEST_F(TelegramChannelTest, OneMessageForAllSessionsThatStartWaitingTogether) {
-    const std::vector<AgentSession> three{waiting("claude-code", "a"), waiting("codex-cli", "b"),
-                                          waiting("some-new-tool", "c")};
-    channel.notifyWaiting(three, three);
-    ASSERT_EQ(messenger.calls.size(), 1u);
+TEST_F(TelegramChannelTest, OneMessageNamingOnlyTheNewlyWaiting) {
+    const std::vector<AgentSession> all{waiting("codex-cli", "b"), waiting("some-new-tool", "c"), one[0]};
+    channel.notifyWaiting(all, all);
+    channel.notifyWaiting(one, all);
+    ASSERT_EQ(messenger.calls.size(), 2u);
     EXPECT_EQ(messenger.calls[0].operation, "sendMessage");
     EXPECT_EQ(messenger.calls[0].token, "T0K");
     EXPECT_EQ(messenger.calls[0].chatID, "-1001");
-    EXPECT_EQ(messenger.calls[0].text, "3 agents are waiting\nClaude Code, Codex, some-new-tool");
-}
-
-TEST_F(TelegramChannelTest, OnlyTheNewlyWaitingAreNamed) {
-    const std::vector<AgentSession> all{waiting("codex-cli", "b"), one[0]};
-    channel.notifyWaiting(one, all);
-    ASSERT_EQ(messenger.calls.size(), 1u);
-    EXPECT_EQ(messenger.calls[0].text, "Claude Code is waiting\nproj");
+    EXPECT_EQ(messenger.calls[0].text, "3 agents are waiting\nCodex, some-new-tool, Claude Code");
+    EXPECT_EQ(messenger.calls[1].text, "Claude Code is waiting\nproj");
 }
 
 TEST_F(TelegramChannelTest, SendsNothingWithoutEverythingItNeeds) {

@@ -1,34 +1,14 @@
 #include "services/feedback/FeedbackViewModel.h"
 
+#include "support/FakeFeedbackSubmitter.h"
 #include "support/RecordingAnalytics.h"
 
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 namespace tovrin {
 namespace {
 
 using State = FeedbackViewModel::State;
-
-// Keeps every draft and finishes the posts only when the test says.
-class FakeSubmitter final : public FeedbackSubmitting {
-public:
-    void submit(const FeedbackDraft& draft, Completion completion) override {
-        drafts.push_back(draft);
-        m_pending.push_back(std::move(completion));
-    }
-    void finish(Result<void, FeedbackSubmissionError> result) {
-        auto completion = std::move(m_pending.at(0));
-        m_pending.erase(m_pending.begin());
-        completion(std::move(result));
-    }
-
-    std::vector<FeedbackDraft> drafts;
-
-private:
-    std::vector<Completion> m_pending;
-};
 
 struct FeedbackViewModelTest : ::testing::Test {
     void type(std::string message, std::string email = {}) {
@@ -36,7 +16,7 @@ struct FeedbackViewModelTest : ::testing::Test {
         model.email.set(std::move(email));
     }
 
-    FakeSubmitter submitter;
+    test::FakeFeedbackSubmitter submitter;
     test::RecordingAnalytics analytics;
     FeedbackViewModel model{submitter, analytics};
 };

@@ -2,41 +2,36 @@
 
 #include "support/ManualLoop.h"
 #include "support/MemoryDefaultsStore.h"
+#include "support/RecordingTelemetryClient.h"
 
 #include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace tovrin {
 namespace {
-
-// Logs every signal, and every client built, into the fixture's lists.
-class RecordingClient final : public TelemetrySignaling {
-public:
-    explicit RecordingClient(std::vector<std::string>& sent) : m_sent(sent) {}
-    void signal(const std::string& name, const SignalParameters& parameters) override {
-        EXPECT_TRUE(parameters.empty());
-        m_sent.push_back(name);
-    }
-
-private:
-    std::vector<std::string>& m_sent;
-};
 
 class TelemetryAnalyticsReporterTest : public testing::Test {
 protected:
     TelemetryAnalyticsReporter reporter(std::optional<std::string> appID) {
         return TelemetryAnalyticsReporter(preferences, std::move(appID), loop, [this](const std::string& id) {
             builtFor.push_back(id);
-            return std::make_unique<RecordingClient>(sent);
+            return std::make_unique<test::RecordingTelemetryClient>(signals);
         });
+    }
+    // The names sent so far; the application's own signals carry no parameters.
+    std::vector<std::string> sent() const {
+        std::vector<std::string> names;
+        for (const auto& [name, parameters] : signals) {
+            EXPECT_TRUE(parameters.empty()) << name;
+            names.push_back(name);
+        }
+        return names;
     }
 
     MemoryDefaultsStore defaults;
     PreferencesStore preferences{defaults};
     test::ManualLoop loop;
-    std::vector<std::string> builtFor, sent;
+    std::vector<std::string> builtFor;
+    test::RecordingTelemetryClient::Sent signals;
 };
 
 TEST_F(TelemetryAnalyticsReporterTest, AnUnconfiguredBuildNeverBuildsAClient) {
@@ -59,7 +54,7 @@ TEST_F(TelemetryAnalyticsReporterTest, SwitchOnAtLaunchSaysLaunchedAndBeatsEvery
     EXPECT_EQ(builtFor, std::vector<std::string>{"APP"});
     loop.advance(2 * 21600);
     analytics.track("Feedback.submitted");
-    EXPECT_EQ(sent, (std::vector<std::string>{"App.launched", "App.heartbeat", "App.heartbeat",
+    EXPECT_EQ(sent(), (std::vector<std::string>{"App.launched", "App.heartbeat", "App.heartbeat",
                                               "Feedback.submitted"}));
 
     // Off: the heartbeat stops at once and the gate drops what comes; on again beats without "launched".
@@ -69,8 +64,8 @@ TEST_F(TelemetryAnalyticsReporterTest, SwitchOnAtLaunchSaysLaunchedAndBeatsEvery
     loop.advance(21600);
     preferences.usageAnalyticsEnabled.set(true);
     loop.advance(21600);
-    EXPECT_EQ(sent.size(), 5U);
-    EXPECT_EQ(sent.back(), "App.heartbeat");
+    EXPECT_EQ(sent().size(), 5U);
+    EXPECT_EQ(sent().back(), "App.heartbeat");
     EXPECT_EQ(builtFor.size(), 1U) << "the client is built once";
 }
 
@@ -84,9 +79,9 @@ TEST_F(TelemetryAnalyticsReporterTest, SwitchOffAtLaunchBuildsNothingUntilTurned
 
     preferences.usageAnalyticsEnabled.set(true);
     EXPECT_TRUE(analytics.initialized());
-    EXPECT_TRUE(sent.empty()) << "turning it on later is no launch";
+    EXPECT_TRUE(signals.empty()) << "turning it on later is no launch";
     loop.advance(21600);
-    EXPECT_EQ(sent, std::vector<std::string>{"App.heartbeat"});
+    EXPECT_EQ(sent(), std::vector<std::string>{"App.heartbeat"});
 }
 
 } // namespace

@@ -36,7 +36,6 @@ TEST(ChipHeader, LookFollowsTheRollUp) {
     EXPECT_EQ(idleOnly.symbol, "eye.slash");
     EXPECT_EQ(idleOnly.flame, std::nullopt);
     EXPECT_EQ(idleOnly.tone, ChipHeader::Tone::secondary);
-    EXPECT_EQ(idleOnly.summary, "3 idle");
 }
 
 TEST(ChipHeader, ChevronAndUnfoldingNeedSessions) {

@@ -46,32 +46,25 @@ TEST(ChipLayout, AlphaIsThePercentageCappedAtOpaque) {
         EXPECT_NEAR(alpha(c.percent), c.alpha, 1e-12) << c.percent;
 }
 
-TEST(ChipLayout, FirstPlacementInsetsTheTopRightCornerFromTheMainScreen) {
+TEST(ChipLayout, ASavedCornerWinsOverTheScreenWhichWinsOverWhereTheFrameIs) {
     const ChipRect screen{100, 25, 1440, 875};
     const ChipRect placed = placedFrame(initialFrame, {}, screen);
-    EXPECT_EQ(placed.topRight(), (ChipPoint{1540 - 16, 25 + 16}));
+    EXPECT_EQ(placed.topRight(), (ChipPoint{1540 - 16, 25 + 16})) << "inset from the screen's corner";
     EXPECT_EQ(placed.size(), initialFrame.size());
-}
 
-TEST(ChipLayout, WithoutSavedCornerOrScreenThePositionStays) {
+    // Not checked against the screens; a missing y reads as zero.
+    EXPECT_EQ(placedFrame(initialFrame, {-300.0, 5000.0}, screen), (ChipRect{-460, 5000, 160, 48}));
+    EXPECT_EQ(placedFrame(initialFrame, {900.0, std::nullopt}, screen).topRight(), (ChipPoint{900, 0}));
+
+    // Without a screen the frame stays; a y without an x is no saved corner.
     const ChipRect frame{40, 50, 160, 48};
     EXPECT_EQ(placedFrame(frame, {}, std::nullopt), frame);
-    // A y without an x is no saved corner.
     EXPECT_EQ(placedFrame(frame, {std::nullopt, 700.0}, std::nullopt), frame);
-}
 
-TEST(ChipLayout, SavedCornerWinsOverTheScreenAndAMissingYReadsAsZero) {
-    const ChipRect screen{0, 0, 1440, 875};
-    const ChipRect placed =
-        placedFrame(initialFrame, {-300.0, 5000.0}, screen); // not checked against screens
-    EXPECT_EQ(placed, (ChipRect{-460, 5000, 160, 48}));
-    EXPECT_EQ(placedFrame(initialFrame, {900.0, std::nullopt}, screen).topRight(), (ChipPoint{900, 0}));
-}
-
-TEST(ChipLayout, CornerSavedWhileExpandedComesBackForTheCollapsedChip) {
+    // Saved while unfolded, the corner comes back for the folded chip.
     const ChipRect draggedExpanded{600, 200, 331, 420};
     const ChipPoint saved = cornerToSave(draggedExpanded);
-    const ChipRect restored = placedFrame(initialFrame, {saved.x, saved.y}, ChipRect{0, 0, 1440, 875});
+    const ChipRect restored = placedFrame(initialFrame, {saved.x, saved.y}, screen);
     EXPECT_EQ(restored.topRight(), draggedExpanded.topRight());
     EXPECT_EQ(restored.size(), initialFrame.size());
 }

@@ -166,14 +166,11 @@ TEST_F(HookSettingsViewModelTest, WithoutThePayloadOnlyTheNoticeShowsAndNothingH
     model->uninstallAll();
     EXPECT_EQ(changes, 0);
     EXPECT_FALSE(model->errorMessage());
-    EXPECT_EQ(test::entriesOf(home), std::vector<std::string>{".claude"});
-    EXPECT_EQ(test::entriesOf(home / ".claude"), std::vector<std::string>{});
 }
 
 TEST(HookRowPresentation, EachStateHasItsDotLineAndControl) {
     const auto targets = HookTarget::all("/home/dev");
     const auto& claude = targets[0];
-    const auto& copilot = targets[2]; // no note
     struct Case {
         const HookTarget& target;
         State state;
@@ -187,8 +184,6 @@ TEST(HookRowPresentation, EachStateHasItsDotLineAndControl) {
         {claude, State::installed(), HookTone::workingAmber, true, claude.note, Control::removeButton,
          "Remove"},
         {claude, State::notInstalled(), HookTone::ashDim, false, claude.note, Control::installButton,
-         "Install"},
-        {copilot, State::notInstalled(), HookTone::ashDim, false, std::nullopt, Control::installButton,
          "Install"},
         {claude, State::agentMissing(), HookTone::ashDim, false, std::nullopt, Control::notFoundText,
          "Not found"},

@@ -62,10 +62,8 @@ TEST(StatusReportText, GroupsWaitingThenWorkingThenIdleInListOrderAndLeavesEmpty
     EXPECT_EQ(all[1].titles, std::vector<std::string>{"Session k"});
     EXPECT_EQ(all[2].titles, std::vector<std::string>{"Session i"});
     EXPECT_NE(all[0].heading.find("(1)"), std::string::npos) << all[0].heading;
-}
 
-TEST(StatusReportText, AnEmptyListIsOneLine) {
-    EXPECT_EQ(StatusReport::text({}, now), "No agents are stirring.\n");
+    EXPECT_EQ(StatusReport::text({}, now), "No agents are stirring.\n") << "no groups at all is one line";
 }
 
 TEST(StatusReportText, DetailsAreToolThenReasonOnlyWhenPresentThenProjectThenAge) {

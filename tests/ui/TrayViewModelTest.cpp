@@ -1,5 +1,6 @@
 #include "ui/viewmodels/TrayViewModel.h"
 
+#include "support/FakeAlertPorts.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
 #include "support/MemoryDefaultsStore.h"
@@ -18,12 +19,6 @@ namespace {
 
 using enum SessionState;
 using Ids = std::vector<std::string>;
-
-class NullFocuser final : public SessionFocusing {
-public:
-    void focus(const AgentSession&) override {}
-    void revealInFileManager(const AgentSession&) override {}
-};
 
 Ids idsOf(const std::vector<AgentSession>& list) {
     Ids ids;
@@ -61,7 +56,7 @@ protected:
     MemoryDefaultsStore defaults;
     PreferencesStore preferences{defaults};
     test::FakeSessionReader reader;
-    NullFocuser focuser;
+    test::FakeSessionFocusing focuser;
     SessionStore store{reader, preferences, {}, [](auto) { return nullptr; }, loop, loop.clock()};
     std::vector<std::size_t> drawSizes;
     std::size_t next = 0;

@@ -1,3 +1,4 @@
+#include "hooks/ToolIdentity.h"
 #include "support/RenderedImages.h"
 #include "support/ScopedEnv.h"
 #include "support/TempDir.h"
@@ -114,10 +115,10 @@ TEST(ToolBadgeTest, UnknownToolsGetATintedTileWithTheirSymbolAndCodexItsMark) {
     saveArtifact(tile, QStringLiteral("tool-badge-unknown"));
     saveArtifact(marked, QStringLiteral("tool-badge-codex"));
     EXPECT_EQ(tile.size(), QSize(44, 44));
-    // Inside the top edge's middle lies the tint; the corners are cut round.
-    EXPECT_TRUE(near(pixelAt(tile, 22, 2), QColor::fromRgbF(0.557f, 0.557f, 0.576f)));
+    // Inside the top edge's middle lies the tool's tint; the corners are cut round.
+    EXPECT_TRUE(near(pixelAt(tile, 22, 2), ForgeStyle::qColor(ToolIdentity::named("mystery-agent").tint)));
     EXPECT_EQ(qAlpha(tile.pixel(0, 0)), 0);
-    EXPECT_TRUE(near(pixelAt(marked, 22, 2), QColor::fromRgbF(0.10f, 0.62f, 0.45f)));
+    EXPECT_TRUE(near(pixelAt(marked, 22, 2), ForgeStyle::qColor(ToolIdentity::named("codex-cli").tint)));
     EXPECT_EQ(unknown.accessibleName(), QStringLiteral("mystery-agent"));
     EXPECT_EQ(codex.accessibleName(), QStringLiteral("Codex"));
     int white = 0;

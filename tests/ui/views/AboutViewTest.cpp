@@ -2,11 +2,11 @@
 
 #include "core/BuildInfo.h"
 #include "services/UpdaterManager.h"
+#include "support/CannedAppcast.h"
 #include "support/FakeHttpClient.h"
 #include "support/MemoryDefaultsStore.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
-#include "ui/theme/ForgeTheme.h"
 #include "ui/viewmodels/AboutContent.h"
 #include "ui/views/UpdateDialog.h"
 
@@ -19,53 +19,38 @@
 namespace tovrin {
 namespace {
 
-// Reads any feed as one release, 2.0.0.
-struct OneRelease final : AppcastReading {
-    Result<std::vector<AppcastItem>, std::string> read(std::string_view) const override {
-        return std::vector<AppcastItem>{{.version = "60",
-                                         .shortVersion = "2.0.0",
-                                         .notes = "<p>Faster <b>alerts</b>.</p>",
-                                         .url = "https://tovrin.app/tovrin.tar.gz",
-                                         .length = 100,
-                                         .signature = "c2lnbmF0dXJl"}};
-    }
-};
-
 struct AboutFixture : ::testing::Test {
     test::FakeHttpClient http;
     MemoryDefaultsStore defaults;
     std::vector<QUrl> openedLinks;
+    std::shared_ptr<test::CannedAppcast> feed = std::make_shared<test::CannedAppcast>();
     UpdaterManager makeUpdater(std::string key) {
+        // The feed answered below reads as one release, 2.0.0.
+        feed->items = {{.version = "60",
+                        .shortVersion = "2.0.0",
+                        .notes = "<p>Faster <b>alerts</b>.</p>",
+                        .url = "https://tovrin.app/tovrin.tar.gz",
+                        .length = 100,
+                        .signature = "c2lnbmF0dXJl"}};
         return UpdaterManager({"https://tovrin.app/appcast.xml", std::move(key), "1.4.2", "57"},
-                              {http, std::make_shared<OneRelease>(), defaults}, std::nullopt, {});
+                              {http, feed, defaults}, std::nullopt, {});
     }
     AboutView::OpenUrl recordLink() {
         return [this](const QUrl& url) { openedLinks.push_back(url); };
     }
 };
 
-TEST_F(AboutFixture, ShowsTheBrandVersionAndMottoOnIron) {
+// Its texts and title are found by name in AccessibilityTest; here, how it is drawn.
+TEST_F(AboutFixture, IsDrawnOnDarkIronWithAnEmberGlowBesideTheIcon) {
     UpdaterManager updater = makeUpdater("");
     AboutView about(updater, recordLink());
     about.adjustSize();
-    EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tovrin"));
-    EXPECT_EQ(about.width(), 335 + 2 * 36) << "a 335-wide column padded 36 on each side";
-
-    QStringList texts;
-    for (const QLabel* label : about.findChildren<QLabel*>())
-        texts << label->text();
-    const QString version =
-        QString::fromStdString(AboutContent::versionLine(BuildInfo::version, BuildInfo::buildNumber));
-    EXPECT_TRUE(texts.contains(QStringLiteral("TOVRIN")));
-    EXPECT_TRUE(texts.contains(version)) << version.toStdString();
-    EXPECT_TRUE(texts.contains(QStringLiteral("One app to watch them all.")));
-
     const QImage image = about.grab().toImage();
     test::saveArtifact(image, QStringLiteral("about-window"));
-    // Iron at the top corner and darker iron at the bottom; the ember glow warms the icon's surround.
-    EXPECT_TRUE(test::near(test::pixelAt(image, 1, 1), ForgeStyle::qColor(ForgeTheme::ironTop), 4));
-    EXPECT_TRUE(test::near(test::pixelAt(image, 1, image.height() - 2),
-                           ForgeStyle::qColor(ForgeTheme::ironBottom), 4));
+    const QColor top = test::pixelAt(image, 1, 1);
+    const QColor bottom = test::pixelAt(image, 1, image.height() - 2);
+    EXPECT_LT(top.lightness(), 80) << "not the light default window";
+    EXPECT_LT(bottom.lightness(), top.lightness());
     const QColor besideIcon = test::pixelAt(image, image.width() / 2 - 48 - 6, 32 + 48);
     EXPECT_GT(besideIcon.red(), besideIcon.blue() + 10) << "ember glow beside the icon";
 }

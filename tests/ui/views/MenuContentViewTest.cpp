@@ -59,14 +59,10 @@ protected:
 TEST_F(MenuContentViewTest, WithoutSessionsShowsTheEmptyStateAndNoHeading) {
     EXPECT_TRUE(view->emptyState()->isVisible());
     EXPECT_EQ(view->emptyState()->text(), QStringLiteral("No agents are stirring."));
-    EXPECT_FALSE(list()->isVisible());
-    EXPECT_FALSE(list()->waitingSection()->isVisibleTo(view.get()));
-    EXPECT_FALSE(list()->workingSection()->isVisibleTo(view.get()));
-    EXPECT_FALSE(list()->restingSection()->isVisibleTo(view.get()));
+    EXPECT_FALSE(list()->isVisible()) << "and so none of its sections";
     EXPECT_FALSE(view->header()->brandLine()->flame().has_value());
 
     const QImage image = draw();
-    EXPECT_EQ(image.width(), 375);
     // Iron, darker at the bottom than at the top, and no light default window behind it.
     const QColor top = image.pixelColor(370, 2);
     const QColor bottom = image.pixelColor(370, image.height() - 2);
@@ -131,11 +127,11 @@ TEST_F(MenuContentViewTest, AllThreeSectionsInOrderAndRowsKeptAcrossPasses) {
     EXPECT_FALSE(list()->restingSection()->isVisible());
 }
 
+// Its labels, and pressing it, are also read and done through the accessibility tree.
 TEST_F(MenuContentViewTest, FloatingWindowToggleInvertsThePreferenceAndRelabels) {
     FloatingWindowToggle* toggle = view->floatingWindowToggle();
     fixture.preferences.showFloatingChip.set(true);
     test::settleEvents();
-    EXPECT_EQ(toggle->text(), QStringLiteral("Hide floating window"));
     EXPECT_EQ(toggle->symbol(), "eye.slash");
 
     toggle->click();
@@ -143,22 +139,12 @@ TEST_F(MenuContentViewTest, FloatingWindowToggleInvertsThePreferenceAndRelabels)
     EXPECT_FALSE(fixture.preferences.showFloatingChip());
     EXPECT_EQ(toggle->text(), QStringLiteral("Show floating window"));
     EXPECT_EQ(toggle->symbol(), "eye");
-
-    toggle->click();
-    test::settleEvents();
-    EXPECT_TRUE(fixture.preferences.showFloatingChip());
 }
 
-TEST_F(MenuContentViewTest, FooterButtonsRunTheirOwnActionsInTwoRows) {
+// Each button's label and action is checked by name in AccessibilityTest and in order through the
+// chip's footer; here, the layout and an action left unset.
+TEST_F(MenuContentViewTest, FooterButtonsSitInTwoRowsAndAnUnsetActionDoesNothing) {
     AppActionsFooter* footer = view->footer();
-    const std::vector<QString> labels{"Preferences", "Feedback", "About", "Quit"};
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(footer->button(i)->text(), labels[static_cast<std::size_t>(i)]);
-        footer->button(i)->click();
-    }
-    EXPECT_EQ(pressed, (std::vector<std::string>{"preferences", "feedback", "about", "quit"}));
-
-    // Two rows of two, each label half a row wide.
     const QRect preferences = footer->button(0)->geometry();
     const QRect feedback = footer->button(1)->geometry();
     const QRect about = footer->button(2)->geometry();
@@ -167,7 +153,6 @@ TEST_F(MenuContentViewTest, FooterButtonsRunTheirOwnActionsInTwoRows) {
     EXPECT_EQ(about.left(), preferences.left());
     EXPECT_LE(std::abs(preferences.width() - feedback.width()), 1);
 
-    // An unset action is simply nothing to do.
     AppActionsFooter bare(AppActions{});
     bare.button(3)->click();
 }

@@ -36,21 +36,15 @@ protected:
     std::unique_ptr<PanelWindow> window;
 };
 
-TEST_F(PanelWindowTest, OpensUnderATopIconAndAboveABottomOneInsideTheScreen) {
+// Where it goes beside icons at other edges is PanelPlacementTest's; here, the screen it is given.
+TEST_F(PanelWindowTest, OpensUnderATopIconInsideTheScreen) {
     const QRect topRightIcon(available.right() - 30, available.top(), 24, 24);
     window->openAt(topRightIcon);
     ASSERT_TRUE(window->isVisible());
-    QRect frame = window->geometry();
+    const QRect frame = window->geometry();
     EXPECT_EQ(frame.width(), MenuContentView::panelWidth);
     EXPECT_GT(frame.top(), topRightIcon.bottom());
     EXPECT_TRUE(available.contains(frame)) << frame.x() << "," << frame.y();
-    window->close();
-
-    const QRect bottomLeftIcon(available.left() + 2, available.bottom() - 24, 24, 24);
-    window->openAt(bottomLeftIcon);
-    frame = window->geometry();
-    EXPECT_LT(frame.bottom(), bottomLeftIcon.top());
-    EXPECT_EQ(frame.left(), available.left());
 }
 
 TEST_F(PanelWindowTest, FollowsTheContentsHeightAndNeverOutgrowsTheScreen) {

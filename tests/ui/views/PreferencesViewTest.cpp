@@ -1,7 +1,7 @@
 #include "ui/views/settings/PreferencesView.h"
 
 #include "alerts/SoundCatalog.h"
-#include "alerts/telegram/TelegramFakes.h"
+#include "support/FakeTelegramPorts.h"
 #include "alerts/telegram/TelegramSettingsViewModel.h"
 #include "core/PreferencesStore.h"
 #include "hooks/ToolIdentity.h"
@@ -9,6 +9,8 @@
 #include "services/hotkey/KeyboardShortcuts.h"
 #include "support/FakeAlertPorts.h"
 #include "support/FakeGlobalShortcuts.h"
+#include "support/FakeSoundPorts.h"
+#include "support/MemoryLoginItems.h"
 #include "support/MemoryDefaultsStore.h"
 #include "support/RenderedImages.h"
 #include "support/SettleEvents.h"
@@ -36,22 +38,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class MemoryLoginItems final : public LoginItems {
-public:
-    bool isEnabled() const override { return enabled; }
-    void setEnabled(bool on) override {
-        if (!refuses) enabled = on;
-    }
-    bool enabled = false;
-    bool refuses = false;
-};
-
-class ScriptedChooser final : public SoundFileChoosing {
-public:
-    std::optional<fs::path> chooseSoundFile() override { return next; }
-    std::optional<fs::path> next;
-};
-
 QString accessibleName(QWidget* widget) {
     QAccessibleInterface* node = QAccessible::queryAccessibleInterface(widget);
     return node ? node->text(QAccessible::Name) : QString();
@@ -74,7 +60,7 @@ struct PreferencesViewTest : ::testing::Test {
     test::TempDir home;
     MemoryDefaultsStore defaults;
     PreferencesStore preferences{defaults};
-    MemoryLoginItems loginSystem;
+    test::MemoryLoginItems loginSystem;
     LoginItemManager loginItems{loginSystem};
     test::MemorySecrets secrets;
     test::FakeMessenger messenger;
@@ -82,7 +68,7 @@ struct PreferencesViewTest : ::testing::Test {
     CustomSoundManager customSounds{home.path() / "sounds"};
     test::FakeSoundPlayer player;
     SoundCatalog catalog{home.path() / "Sounds", customSounds, player};
-    ScriptedChooser chooser;
+    test::ScriptedSoundChooser chooser;
     std::vector<fs::path> revealed;
     HookSettingsViewModel* hooks = nullptr;
     test::FakeGlobalShortcuts desktopShortcuts;
@@ -243,7 +229,7 @@ TEST_F(PreferencesViewTest, TheSoundPickerPreviewsAddsRemovesAndShowsMissingSoun
     }
     EXPECT_TRUE(player.played.empty()) << "only the horn has a file here";
 
-    chooser.next = home.write("picked/beep.WAV", "RIFF");
+    chooser.answers.push_back(home.write("picked/beep.WAV", "RIFF"));
     clickMiddle(picker->addButton());
     EXPECT_EQ(preferences.alertSound(), "custom:beep.WAV");
     ASSERT_FALSE(player.played.empty());
@@ -255,7 +241,7 @@ TEST_F(PreferencesViewTest, TheSoundPickerPreviewsAddsRemovesAndShowsMissingSoun
     EXPECT_EQ(player.played.back(), horn);
     EXPECT_FALSE(picker->removeButton()->isEnabled());
 
-    chooser.next = home.write("picked/tune.mp3", "ID3");
+    chooser.answers.push_back(home.write("picked/tune.mp3", "ID3"));
     clickMiddle(picker->addButton());
     EXPECT_EQ(preferences.alertSound(), "horn-of-gondor");
     EXPECT_TRUE(picker->caption()->text().startsWith(QStringLiteral("MP3")))

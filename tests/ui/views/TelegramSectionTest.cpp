@@ -1,6 +1,6 @@
 #include "ui/views/settings/TelegramSection.h"
 
-#include "alerts/telegram/TelegramFakes.h"
+#include "support/FakeTelegramPorts.h"
 #include "alerts/telegram/TelegramSettingsViewModel.h"
 #include "support/MemoryDefaultsStore.h"
 #include "support/RenderedImages.h"

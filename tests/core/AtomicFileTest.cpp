@@ -1,13 +1,12 @@
 #include "core/AtomicFile.h"
 
+#include "support/FileSizeCap.h"
 #include "support/TempDir.h"
 
 #include <chrono>
-#include <csignal>
 #include <fcntl.h>
 #include <future>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,39 +53,28 @@ TEST(AtomicFile, FailureNamesThePathAndLeavesNoTempFile) {
     }
 }
 
-// A file size limit makes write() fail half-way, also for root.
 TEST(AtomicFile, AWriteThatFailsHalfWayLeavesTheOldFileWhole) {
     test::TempDir dir;
     const auto file = dir.write("settings.json", "{\"old\": true}\n");
-
-    rlimit saved{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &saved), 0);
-    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = saved;
-    small.rlim_cur = 4096;
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const auto written = writeFileAtomically(file, std::string(100'000, 'x'));
-    ::setrlimit(RLIMIT_FSIZE, &saved);
-    std::signal(SIGXFSZ, previousHandler);
-
+    const auto written = [&] {
+        const test::FileSizeCap cap(4096);
+        return writeFileAtomically(file, std::string(100'000, 'x'));
+    }();
     ASSERT_FALSE(written.ok());
     EXPECT_FALSE(written.error().empty());
     EXPECT_EQ(readWholeFile(file).value(), "{\"old\": true}\n");
     EXPECT_EQ(test::entriesOf(dir.path()), std::vector<std::string>{"settings.json"});
 }
 
-TEST(AtomicFile, ReadRefusesWhatIsNoRegularFile) {
+// A FIFO must not make the read wait for a writer.
+TEST(AtomicFile, ReadRefusesWhatIsNoRegularFileWithoutWaiting) {
     test::TempDir dir;
     fs::create_directories(dir.path() / "folder");
     EXPECT_FALSE(readWholeFile(dir.path() / "folder").ok());
     EXPECT_FALSE(readWholeFile(dir.path() / "missing").ok());
-}
 
-TEST(AtomicFile, ReadRefusesAFifoWithoutWaitingForAWriter) {
-    test::TempDir dir;
     const auto fifo = dir.path() / "status.json";
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-
     auto reading = std::async(std::launch::async, [&] { return readWholeFile(fifo).ok(); });
     if (reading.wait_for(5s) != std::future_status::ready) {
         ADD_FAILURE() << "readWholeFile blocked on a FIFO";

@@ -17,35 +17,29 @@ TEST(Iso8601, ParsesUtcAndNumericOffsetsToTheSameInstant) {
     EXPECT_EQ(parseIso8601("2026-11-22T15:24:38-05:30"), utc);
 }
 
-TEST(Iso8601, RefusesWhatIsNotInternetDateTimeToTheSecond) {
-    for (const char* text : {
-             "2026-11-22T20:54:38.123Z", // fractional seconds
-             "2026-11-22T20:54:38",      // no zone
-             "2026-11-22 20:54:38Z",     // blank instead of T
-             "2026-11-22t20:54:38z",     // lower case
-             "2026-11-22T20:54Z",        // no seconds
-             "2026-02-30T10:00:00Z",     // no such day
-             "2026-13-01T10:00:00Z",     // no such month
-             "2026-11-22T24:00:00Z",     // no such hour
-             "2026-11-22T20:54:38+0100", // offset without colon
-             "2026-11-22T20:54:38Z ",    // trailing blank
-             "2262-04-11T23:47:17Z",     // past the clock's last second
-             "1677-09-21T00:12:43Z",     // before its first
-             "",
-         }) {
-        EXPECT_FALSE(parseIso8601(text)) << text;
-    }
-}
-
-TEST(Iso8601, TheClocksFirstAndLastSecondsAreRead) {
-    EXPECT_TRUE(parseIso8601("2262-04-11T23:47:16Z"));
-    EXPECT_TRUE(parseIso8601("2262-04-12T00:47:16+01:00"));
-    EXPECT_TRUE(parseIso8601("1677-09-21T00:12:44Z"));
-}
-
-TEST(Iso8601, LeapDayOnlyInLeapYears) {
-    EXPECT_TRUE(parseIso8601("2028-02-29T00:00:00Z"));
-    EXPECT_FALSE(parseIso8601("2027-02-29T00:00:00Z"));
+TEST(Iso8601, ReadsInternetDateTimeToTheSecondWithinTheClocksRange) {
+    const std::pair<const char*, bool> cases[] = {
+        {"2262-04-11T23:47:16Z", true},      // the clock's last second
+        {"2262-04-12T00:47:16+01:00", true}, // the same, with an offset
+        {"1677-09-21T00:12:44Z", true},      // its first
+        {"2028-02-29T00:00:00Z", true},      // a leap day
+        {"2027-02-29T00:00:00Z", false},     // no leap day this year
+        {"2262-04-11T23:47:17Z", false},     // past the clock's last second
+        {"1677-09-21T00:12:43Z", false},     // before its first
+        {"2026-11-22T20:54:38.123Z", false}, // fractional seconds
+        {"2026-11-22T20:54:38", false},      // no zone
+        {"2026-11-22 20:54:38Z", false},     // blank instead of T
+        {"2026-11-22t20:54:38z", false},     // lower case
+        {"2026-11-22T20:54Z", false},        // no seconds
+        {"2026-02-30T10:00:00Z", false},     // no such day
+        {"2026-13-01T10:00:00Z", false},     // no such month
+        {"2026-11-22T24:00:00Z", false},     // no such hour
+        {"2026-11-22T20:54:38+0100", false}, // offset without colon
+        {"2026-11-22T20:54:38Z ", false},    // trailing blank
+        {"", false},
+    };
+    for (const auto& [text, valid] : cases)
+        EXPECT_EQ(parseIso8601(text).has_value(), valid) << text;
 }
 
 TEST(Iso8601, FormatsInUtcAndRoundTrips) {

@@ -1,7 +1,6 @@
 #include "hooks/HookConfigMerger.h"
 
 #include <gtest/gtest.h>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -176,132 +175,6 @@ TEST(HookConfigMerger, RemoveTakesOutOnlyOurEntriesAndWhatTheyAloneFilled) {
     }
 }
 
-// Foreign documents of every shape the merger must live with, but without empty lists under
-// "hooks" (one we fill and empty again goes, by design).
-class ForeignDocuments {
-public:
-    explicit ForeignDocuments(unsigned seed) : m_random(seed) {}
-
-    json document(Kind kind) {
-        json doc = json::object();
-        for (int i = below(4); i > 0; --i)
-            doc[pick({"model", "env", "permissions", "theme"})] = value(2);
-        if (kind == Kind::flat && below(2)) doc["version"] = scalar();
-        const int shape = below(20);
-        if (shape < 2) {
-            doc["hooks"] = below(2) ? scalar() : value(2);
-            if (doc["hooks"].is_object()) doc["hooks"] = "not an object";
-        } else if (shape < 18) {
-            json& hooks = doc["hooks"] = json::object();
-            for (int i = 1 + below(4); i > 0; --i)
-                hooks[eventName()] = event(kind);
-        }
-        return doc;
-    }
-
-    json ourTemplate(Kind kind) {
-        json hooks = json::object();
-        for (int i = 1 + below(3); i > 0; --i) {
-            json& entries = hooks[eventName()] = json::array();
-            for (int n = 1 + below(2); n > 0; --n) {
-                const json entry = {{"type", "command"},
-                                    {"command", "/h/.tovrin/agent-status.sh t " + word()}};
-                entries.push_back(kind == Kind::flat ? entry : json{{"hooks", json::array({entry})}});
-            }
-        }
-        if (below(5) == 0) hooks["Bogus"] = "not an array";
-        json ours = {{"hooks", hooks}};
-        if (kind == Kind::flat && below(2)) ours["version"] = 1 + below(3);
-        return ours;
-    }
-
-private:
-    int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(m_random); }
-    std::string pick(std::initializer_list<const char*> names) {
-        return *(names.begin() + below(static_cast<int>(names.size())));
-    }
-    std::string word() {
-        return pick({"say", "echo done", "notify-send hi", "/h/bin/agent-status.sh",
-                     "echo /h/.tovrin/agent-status.sh", ""});
-    }
-    std::string eventName() { return pick({"Stop", "SessionStart", "Notification", "PreToolUse", "stop"}); }
-
-    json scalar() {
-        switch (below(5)) {
-        case 0:
-            return nullptr;
-        case 1:
-            return below(2) == 1;
-        case 2:
-            return below(1000) - 500;
-        case 3:
-            return 0.5 * below(9);
-        default:
-            return word();
-        }
-    }
-
-    json value(int depth) {
-        if (depth == 0 || below(3) == 0) return scalar();
-        json v = below(2) ? json::array() : json::object();
-        for (int i = below(3); i > 0; --i) {
-            if (v.is_array())
-                v.push_back(value(depth - 1));
-            else
-                v[word()] = value(depth - 1);
-        }
-        return v;
-    }
-
-    // Never ours, though some carry the marker where ownership is not looked for.
-    json entry() {
-        switch (below(6)) {
-        case 0:
-            return {{"type", "command"}, {"command", word()}};
-        case 1:
-            return {{"command", word()}, {"bash", "/h/.tovrin/agent-status.sh x"}};
-        case 2:
-            return {{"bash", word()}, {"timeout", below(60)}};
-        case 3:
-            return {{"command", word()}, {"args", json::array({"/h/.tovrin/agent-status.sh"})}};
-        case 4:
-            return json::object();
-        default:
-            return scalar();
-        }
-    }
-
-    json objectGroup() {
-        json group = json::object();
-        if (below(2)) group["matcher"] = word();
-        if (below(4) == 0) {
-            group["hooks"] = below(2) ? scalar() : json{{"command", word()}};
-        } else {
-            json& entries = group["hooks"] = json::array();
-            for (int i = 1 + below(3); i > 0; --i)
-                entries.push_back(entry());
-        }
-        return group;
-    }
-
-    json event(Kind kind) {
-        if (below(5) == 0) {
-            if (below(2)) return scalar();
-            return kind == Kind::flat ? json{{"command", word()}} : objectGroup();
-        }
-        json items = json::array();
-        for (int i = 1 + below(3); i > 0; --i) {
-            if (kind == Kind::flat)
-                items.push_back(entry());
-            else
-                items.push_back(below(4) == 0 ? json::array({scalar()}) : objectGroup());
-        }
-        return items;
-    }
-
-    std::mt19937 m_random;
-};
-
 // Whether a value of the user's leaves our entries no place, so that merge must refuse.
 bool leavesNoPlace(const json& foreign, const json& ours) {
     const auto hooks = foreign.find("hooks");
@@ -313,24 +186,45 @@ bool leavesNoPlace(const json& foreign, const json& ours) {
     return false;
 }
 
+// Documents of the user's in the shapes the merger must live with, holding nothing of ours though
+// some carry our writer's path where ownership is not looked for. (No empty list under "hooks":
+// one that we fill and empty again goes, by design.) Whatever install accepts, uninstall gives
+// back, but for the version a flat file must have.
 TEST(HookConfigMerger, InstallThenRemoveGivesBackEveryDocumentItAccepts) {
-    for (const auto& strategy : {MergeStrategy::twoLevel(), MergeStrategy::flat()}) {
-        ForeignDocuments random(strategy.kind == Kind::flat ? 7u : 11u);
-        for (int i = 0; i < 300; ++i) {
-            const json foreign = random.document(strategy.kind);
-            const json ours = random.ourTemplate(strategy.kind);
-            SCOPED_TRACE("foreign " + foreign.dump() + "\nours " + ours.dump());
-
-            const auto merged = Merger::merge(ours, foreign, strategy, owner);
-            ASSERT_EQ(merged.ok(), !leavesNoPlace(foreign, ours));
+    const std::vector<std::string> foreign = {
+        "{}",
+        R"({"model": {"name": [1, null, 0.5]}, "theme": "dark", "version": 2})",
+        R"({"hooks": {"stop": [{"command": "say"}, "loose", 5, {}, {"command": "/h/bin/agent-status.sh"}]}})",
+        R"({"hooks": {"Stop": [{"matcher": "*", "hooks": [{"command": "echo /h/.tovrin/agent-status.sh"}]},
+                               {"hooks": {"command": "say"}}, [true], {"matcher": "m"}],
+                      "Notification": [{"hooks": [{"command": "say", "bash": "/h/.tovrin/agent-status.sh x"},
+                                                  {"bash": "notify-send hi", "timeout": 5},
+                                                  {"command": "x", "args": ["/h/.tovrin/agent-status.sh"]}]}],
+                      "PreToolUse": "not a list"}})",
+        R"({"hooks": {"Stop": {"hooks": []}}})",
+        R"({"hooks": "not an object"})",
+    };
+    // Templates with more than one event, and one that is no list and so is never merged.
+    const json ourTwoLevel = {{"hooks",
+                               {{"Stop", json::array({json::parse(ourGroup)})},
+                                {"Notification", json::array({json::parse(ourGroup)})},
+                                {"Bogus", "not an array"}}}};
+    const json ourFlat = {{"version", 3},
+                          {"hooks", {{"stop", json::array({json::parse(ourFlatEntry)})}, {"Bogus", 1}}}};
+    for (const auto& [strategy, ours] :
+         {std::pair{MergeStrategy::twoLevel(), ourTwoLevel}, std::pair{MergeStrategy::flat(), ourFlat}}) {
+        for (const auto& text : foreign) {
+            const json document = json::parse(text);
+            SCOPED_TRACE(text + (strategy.kind == Kind::flat ? " (flat)" : " (two-level)"));
+            const auto merged = Merger::merge(ours, document, strategy, owner);
+            ASSERT_EQ(merged.ok(), !leavesNoPlace(document, ours));
             if (!merged) continue;
-            ASSERT_TRUE(Merger::isInstalled(merged.value(), strategy, owner)) << merged.value().dump();
-            ASSERT_EQ(Merger::merge(ours, merged.value(), strategy, owner).value(), merged.value())
+            EXPECT_TRUE(Merger::isInstalled(merged.value(), strategy, owner)) << merged.value().dump();
+            EXPECT_EQ(Merger::merge(ours, merged.value(), strategy, owner).value(), merged.value())
                 << "installing twice differs";
-            json expected = foreign;
-            if (strategy.kind == Kind::flat && !expected.contains("version"))
-                expected["version"] = ours.value("version", json(1));
-            ASSERT_EQ(Merger::remove(merged.value(), strategy, owner), expected) << merged.value().dump();
+            json expected = document;
+            if (strategy.kind == Kind::flat && !expected.contains("version")) expected["version"] = 3;
+            EXPECT_EQ(Merger::remove(merged.value(), strategy, owner), expected) << merged.value().dump();
         }
     }
 }

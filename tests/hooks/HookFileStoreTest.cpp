@@ -1,15 +1,14 @@
 #include "hooks/HookFileStore.h"
 
 #include "hooks/HookFileError.h"
+#include "support/FileSizeCap.h"
 #include "support/TempDir.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <optional>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <tuple>
 
@@ -213,13 +212,6 @@ TEST_F(HookFileStoreTest, ReadOnlyFilesAndOtherKindsOfFileAreRefusedUntouched) {
     }
 }
 
-TEST(HookFileError, TextsNameOnlyTheFile) {
-    EXPECT_EQ(HookFileError::unreadableJSON("/x/settings.json"),
-              "settings.json is not plain JSON (it may use comments). Tovrin left it untouched.");
-    EXPECT_EQ(HookFileError::symbolicLink("/home/u/.codex/hooks.json"),
-              "hooks.json is a symbolic link. Tovrin left it untouched.");
-}
-
 // Writes that fail part-way: the old file must stand whole, and the backup must be either a whole
 // copy of the file before this write or absent.
 class HookFileStoreFailureTest : public HookFileStoreTest {
@@ -260,28 +252,7 @@ TEST_F(HookFileStoreFailureTest, FolderThatCannotBeCreatedChangesNothing) {
     EXPECT_EQ(bytesOf(m_backup), m_older);
 }
 
-// A disk that fills up mid-write, played by a cap on the size of any file this process writes:
-// the write that passes it fails as a full disk's would, wherever the test runs.
-class FileSizeCap {
-public:
-    explicit FileSizeCap(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &m_saved);
-        m_savedSignal = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit cap{bytes, m_saved.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &cap), 0);
-    }
-    ~FileSizeCap() {
-        ::setrlimit(RLIMIT_FSIZE, &m_saved);
-        std::signal(SIGXFSZ, m_savedSignal);
-    }
-    FileSizeCap(const FileSizeCap&) = delete;
-    FileSizeCap& operator=(const FileSizeCap&) = delete;
-
-private:
-    rlimit m_saved{};
-    void (*m_savedSignal)(int) = SIG_DFL;
-};
-
+// A disk that fills up mid-write.
 TEST_F(HookFileStoreTest, AFailedWriteLeavesTheFileWholeAndTheBackupWholeOrAbsent) {
     struct Case {
         const char* name;
@@ -297,7 +268,7 @@ TEST_F(HookFileStoreTest, AFailedWriteLeavesTheFileWholeAndTheBackupWholeOrAbsen
         const auto before = bytesOf(m_file);
 
         const auto written = [&] {
-            const FileSizeCap cap(c.room);
+            const test::FileSizeCap cap(c.room);
             return m_store.write(json{{"third", std::string(20000, 'y')}}, m_file, false);
         }();
         ASSERT_FALSE(written.ok());
@@ -309,8 +280,9 @@ TEST_F(HookFileStoreTest, AFailedWriteLeavesTheFileWholeAndTheBackupWholeOrAbsen
         if (backupBytes) {
             EXPECT_TRUE(backupBytes == before) << "backup of " << backupBytes->size() << " bytes";
         }
-        const auto expected = c.backupWritten ? std::vector<std::string>{"settings.json", "settings.json.tovrin.bak"}
-                                              : std::vector<std::string>{"settings.json"};
+        const auto expected = c.backupWritten
+                                  ? std::vector<std::string>{"settings.json", "settings.json.tovrin.bak"}
+                                  : std::vector<std::string>{"settings.json"};
         EXPECT_EQ(entriesOf(m_dir.path()), expected);
     }
 }

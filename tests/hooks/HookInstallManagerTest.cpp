@@ -59,25 +59,20 @@ protected:
     std::vector<HookTarget> targets;
 };
 
-TEST_F(HookInstallManagerTest, OnlyClaudePresentSetsUpOnlyClaude) {
+TEST_F(HookInstallManagerTest, SetUpCoversTheDefaultAgentsPresentIsRepeatableAndNeverTouchesOptIns) {
     presentAgents({".claude"});
+    put(".claude/settings.json", R"({"model": "x", "hooks": {"Stop": [{"hooks": [{"command": "mine"}]}]}})");
     EXPECT_EQ(idsOf(manager.installDefaults(targets)), std::vector<std::string>{"claude-code"});
-
-    const auto settings = read(home / ".claude/settings.json");
-    EXPECT_EQ(settings["hooks"]["Stop"][0]["hooks"][0]["command"],
+    EXPECT_EQ(read(home / ".claude/settings.json")["hooks"]["Stop"][1]["hooks"][0]["command"],
               "'" + (home / ".tovrin/agent-status.sh").string() + "' claude-code stop");
     EXPECT_EQ(test::readText(home / ".tovrin/agent-status.sh"), test::sampleWriter);
     EXPECT_EQ(test::readText(home / ".tovrin/.writer-version"), WriterInstaller::currentAppVersion());
     EXPECT_EQ(states(),
               (std::vector<State>{State::installed(), State::agentMissing(), State::agentMissing(),
                                   State::agentMissing(), State::agentMissing(), State::agentMissing()}));
-}
 
-TEST_F(HookInstallManagerTest, SetUpIsRepeatableAndNeverTouchesOptInTargets) {
-    presentAgents({".claude", ".codex", ".copilot", ".cursor", ".gemini", ".config/Code/User"});
-    put(".claude/settings.json", R"({"model": "x", "hooks": {"Stop": [{"hooks": [{"command": "mine"}]}]}})");
+    presentAgents({".codex", ".copilot", ".cursor", ".gemini", ".config/Code/User"});
     const std::vector<std::string> defaults{"claude-code", "codex", "copilot-cli", "vscode"};
-
     EXPECT_EQ(idsOf(manager.installDefaults(targets)), defaults);
     const auto firstClaude = test::readText(home / ".claude/settings.json");
     const auto firstCopilot = test::readText(home / ".copilot/hooks/tovrin.json");
@@ -218,7 +213,8 @@ TEST_F(HookInstallManagerTest, ABrokenPayloadFailsBeforeTheAgentsFileIsTouched) 
 
 // Files as careful users and abusers leave them, under the shipped templates. Each is installed
 // into and uninstalled from in a home of its own: what install accepts comes back as it was,
-// with the user's bytes kept once as the original; what it refuses stays byte for byte.
+// with the user's bytes kept once as the original; what it refuses stays byte for byte. (Files the
+// store can't read back exactly are refused before any merge: see HookFileStoreTest.)
 TEST(HookInstallManagerHostileFiles, NothingOfTheUsersIsEverLost) {
     struct Case {
         const char* name;
@@ -245,8 +241,6 @@ TEST(HookInstallManagerHostileFiles, NothingOfTheUsersIsEverLost) {
          R"({"editor.fontSize": 13.5, "chat.hookFilesLocations": {"a": true}})", ""},
         {"hooks as a string", "claude-code", R"({"hooks": "none"})",
          "settings.json: its \"hooks\" is not an object" + noPlace},
-        {"hooks as a number", "codex", R"({"hooks": 0})",
-         "hooks.json: its \"hooks\" is not an object" + noPlace},
         {"hooks as an array", "cursor", R"({"hooks": []})",
          "hooks.json: its \"hooks\" is not an object" + noPlace},
         {"an event of ours as an object", "claude-code", R"({"hooks": {"Stop": {"hooks": []}}})",
@@ -254,15 +248,7 @@ TEST(HookInstallManagerHostileFiles, NothingOfTheUsersIsEverLost) {
         {"someone else's entry in our own file", "copilot-cli",
          R"({"version": 1, "hooks": {"sessionEnd": [{"bash": "say"}]}})",
          "tovrin.json: it holds entries that are not Tovrin's. Tovrin left it untouched."},
-        {"an integer beyond 64 bits", "codex", R"({"id": 123456789012345678901234567890})",
-         "hooks.json holds the number 123456789012345678901234567890, which Tovrin could not write back "
-         "exactly. "
-         "Tovrin left it untouched."},
-        {"100,000 levels deep", "claude-code", deep,
-         "settings.json nests deeper than 64 levels. Tovrin left it untouched."},
         {"100,000 levels deep in an editor's settings", "vscode", deep, ""},
-        {"a top-level array", "antigravity", "[]",
-         "hooks.json holds a JSON array, not an object. Tovrin left it untouched."},
         {"read-only", "claude-code", R"({"model": "m"})",
          "settings.json is read-only. Tovrin left it untouched.", 0444},
     };

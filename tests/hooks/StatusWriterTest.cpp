@@ -180,20 +180,13 @@ void expectQuiet(const Outcome& outcome, const std::string& expectedOut = "") {
 // --- Every event that each agent's template registers ----------------------------------------
 
 struct EventCase {
-    EventCase(std::string agent_, std::string key_, std::string toolArg_, std::string eventArg_,
-              std::string tool_, SessionState state_ = SessionState::idle, std::string reason_ = "",
-              std::string title_ = "")
-        : agent(std::move(agent_)), key(std::move(key_)), toolArg(std::move(toolArg_)),
-          eventArg(std::move(eventArg_)), tool(std::move(tool_)), state(state_), reason(std::move(reason_)),
-          title(std::move(title_)) {}
-
     std::string agent; // payload file
     std::string key;   // sample within it
     std::string toolArg, eventArg;
     std::string tool; // the tool recorded, "" when no file must remain
-    SessionState state;
-    std::string reason;
-    std::string title;
+    SessionState state = SessionState::idle;
+    std::string reason = "";
+    std::string title = "";
 };
 
 const char* kClaudeId = "session_id";

@@ -83,38 +83,28 @@ TEST(AntigravityWaitingInspector, FindsTheLastPlannerMessageWithText) {
         EXPECT_EQ(Inspector::lastPlannerMessage(c.jsonl), c.message) << c.name;
 }
 
-TEST(AntigravityWaitingInspector, ReadsOnlyTheTailOfALargeFile) {
-    test::TempDir dir;
-    const std::string last = planner("Should I apply the patch?") + "\n" + entry("USER_INPUT", "x") + "\n";
-    const std::string content = planner(std::string(5000, 'x')) + "\n" + last;
-    const auto path = dir.write("t.jsonl", content);
-
-    const std::size_t maxBytes = last.size() + 40; // cuts into the first line
-    const auto tail = Inspector::readTail(path.string(), maxBytes);
-    ASSERT_TRUE(tail);
-    EXPECT_EQ(*tail, content.substr(content.size() - maxBytes));
-    EXPECT_EQ(Inspector::lastPlannerMessage(*tail), "Should I apply the patch?");
-
-    EXPECT_EQ(Inspector::readTail(path.string(), content.size() + 1), content);
-}
-
-TEST(AntigravityWaitingInspector, ATailCutInsideACharacterStillDecodes) {
-    test::TempDir dir;
-    const std::string last = planner("Prêt à continuer ?");
-    const std::string content = planner("é é é é") + "\n" + last;
-    const auto path = dir.write("t.jsonl", content);
-
-    const std::size_t start = content.find("é") + 1; // the character's second byte
-    const auto tail = Inspector::readTail(path.string(), content.size() - start);
-    ASSERT_TRUE(tail);
-    EXPECT_EQ(*tail, "\uFFFD" + content.substr(start + 1));
-    EXPECT_EQ(Inspector::lastPlannerMessage(*tail), "Prêt à continuer ?");
-}
-
-TEST(AntigravityWaitingInspector, AMissingOrEmptyFileGivesNothing) {
+TEST(AntigravityWaitingInspector, ReadsOnlyTheTailOfAFileEvenCutInsideACharacter) {
     test::TempDir dir;
     EXPECT_EQ(Inspector::readTail((dir.path() / "missing.jsonl").string(), 1024), std::nullopt);
     EXPECT_EQ(Inspector::readTail(dir.write("empty.jsonl", "").string(), 1024), std::nullopt);
+
+    const std::string last = planner("Prêt à continuer ?") + "\n" + entry("USER_INPUT", "x") + "\n";
+    const std::string content = planner(std::string(5000, 'x') + "é") + "\n" + last;
+    const auto path = dir.write("t.jsonl", content).string();
+    EXPECT_EQ(Inspector::readTail(path, content.size() + 1), content);
+
+    // Cut into the first line, which is then skipped.
+    const std::size_t intoFirstLine = content.size() - last.size() - 40;
+    auto tail = Inspector::readTail(path, content.size() - intoFirstLine);
+    ASSERT_TRUE(tail);
+    EXPECT_EQ(*tail, content.substr(intoFirstLine));
+    EXPECT_EQ(Inspector::lastPlannerMessage(*tail), "Prêt à continuer ?");
+    // Cut inside a character: its lone second byte reads as a replacement character.
+    const std::size_t insideCharacter = content.find("é") + 1;
+    tail = Inspector::readTail(path, content.size() - insideCharacter);
+    ASSERT_TRUE(tail);
+    EXPECT_EQ(*tail, "\uFFFD" + content.substr(insideCharacter + 1));
+    EXPECT_EQ(Inspector::lastPlannerMessage(*tail), "Prêt à continuer ?");
 }
 
 // The inspection as one step of a pass.

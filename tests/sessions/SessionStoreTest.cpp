@@ -1,5 +1,6 @@
 #include "sessions/SessionStore.h"
 
+#include "support/FakeDirectoryWatcher.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
 #include "support/MemoryDefaultsStore.h"
@@ -17,16 +18,6 @@ namespace {
 using enum SessionState;
 using Ids = std::vector<std::string>;
 
-class FakeWatcher final : public DirectoryWatching {
-public:
-    explicit FakeWatcher(int& starts) : m_starts(starts) {}
-    void start() override { ++m_starts; }
-    void stop() override {}
-
-private:
-    int& m_starts;
-};
-
 class SessionStoreTest : public ::testing::Test {
 protected:
     AgentSession aged(const std::string& id, SessionState state, double age, const std::string& tool = "t") {
@@ -42,7 +33,7 @@ protected:
         return [this](std::function<void()> onChange) {
             ++watchersMade;
             onWatcherChange = std::move(onChange);
-            return std::make_unique<FakeWatcher>(watcherStarts);
+            return std::make_unique<test::FakeDirectoryWatcher>(watcherStarts);
         };
     }
 
@@ -221,20 +212,25 @@ TEST_F(SessionStoreTest, ObserversHearEveryPassAndTheListIsStoredBeforeTheAggreg
     EXPECT_EQ(listSizeAtAggregate, (std::vector<std::size_t>{0, 1, 1}));
 }
 
-TEST_F(SessionStoreTest, StartRunsTheFirstPassAtOnceThenOneEveryFifteenSeconds) {
+TEST_F(SessionStoreTest, StartRunsTheFirstPassAtOnceThenOneEveryFifteenSecondsAndOnlyOnce) {
+    preferences.repeatReminderEnabled.set(true);
     reader.set({aged("a", working, 1)});
     store->start();
+    store->start(); // a second start starts nothing more
     EXPECT_EQ(reader.calls(), 1);
     EXPECT_EQ(test::idsOf(store->sessions()), Ids{"t__a"});
     EXPECT_EQ(watchersMade, 1);
     EXPECT_EQ(watcherStarts, 1);
+    EXPECT_EQ(loop.activeTimers(), 2u); // the tick and the reminder
+    preferences.soundEnabled.set(false);
+    EXPECT_EQ(loop.drain(), 1); // settings are listened to once
 
     loop.advance(14);
-    EXPECT_EQ(reader.calls(), 1);
-    loop.advance(1);
     EXPECT_EQ(reader.calls(), 2);
-    loop.advance(15);
+    loop.advance(1);
     EXPECT_EQ(reader.calls(), 3);
+    loop.advance(15);
+    EXPECT_EQ(reader.calls(), 4);
 }
 
 TEST_F(SessionStoreTest, ASettingsChangeRunsAPassThatSeesTheNewValue) {
@@ -267,20 +263,6 @@ TEST_F(SessionStoreTest, TheWatcherCallbackPostsAPassFromAnyThread) {
     EXPECT_EQ(loop.drain(), 2); // triggers are not merged
     EXPECT_EQ(reader.calls(), 3);
     EXPECT_EQ(test::idsOf(store->sessions()), Ids{"t__a"});
-}
-
-TEST_F(SessionStoreTest, StartingTwiceStartsEverythingOnce) {
-    preferences.repeatReminderEnabled.set(true);
-    store->start();
-    store->start();
-    EXPECT_EQ(reader.calls(), 1);
-    EXPECT_EQ(watchersMade, 1);
-    EXPECT_EQ(watcherStarts, 1);
-    EXPECT_EQ(loop.activeTimers(), 2u);
-    preferences.soundEnabled.set(false);
-    EXPECT_EQ(loop.drain(), 1);
-    loop.advance(15);
-    EXPECT_EQ(reader.calls(), 3);
 }
 
 TEST_F(SessionStoreTest, TasksPostedForAStoreThatIsGoneDoNothing) {

@@ -131,15 +131,6 @@ TEST_F(WaitingTransitionsTest, SilentWorkingTakenForWaitingAlertsLikeAHook) {
     EXPECT_EQ(takeCalls(), toEveryChannel("notify a of a"));
 }
 
-TEST_F(WaitingTransitionsTest, NoReminderTimerWhileRemindersAreOff) {
-    reader.set({aged("a", waiting, 1)});
-    start();
-    takeCalls();
-    EXPECT_EQ(loop.activeTimers(), 1u); // the tick alone
-    loop.advance(120);
-    EXPECT_TRUE(takeCalls().empty());
-}
-
 TEST_F(WaitingTransitionsTest, TheReminderIntervalIsTheSettingWithAFloorOfFiveSeconds) {
     const std::vector<std::pair<std::int64_t, double>> cases{{3, 5}, {5, 5}, {7, 7}, {30, 30}};
     preferences.repeatReminderEnabled.set(true);

@@ -13,8 +13,8 @@ struct CommandResult {
     std::string out;   // standard output without its final line feeds
 };
 
-// Runs a shell command line to its end.
-inline CommandResult runCommand(const std::string& command) {
+// Runs a shell command line to its end; its output exactly as written.
+inline CommandResult runCommandVerbatim(const std::string& command) {
     CommandResult result;
     FILE* pipe = ::popen(command.c_str(), "r");
     if (!pipe) return result;
@@ -23,6 +23,12 @@ inline CommandResult runCommand(const std::string& command) {
         result.out.append(buffer.data(), n);
     const int status = ::pclose(pipe);
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+// Runs a shell command line to its end; its output without the final line feeds.
+inline CommandResult runCommand(const std::string& command) {
+    CommandResult result = runCommandVerbatim(command);
     while (result.out.ends_with('\n'))
         result.out.pop_back();
     return result;

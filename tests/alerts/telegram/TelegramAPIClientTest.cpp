@@ -138,7 +138,7 @@ TEST_F(TelegramAPIClientTest, TheBotLabelPrefersTheUsernameThenTheFirstNameUnder
 }
 
 TEST_F(TelegramAPIClientTest, ATokenThatBreaksTheUrlFailsLaterWithoutARequest) {
-    for (const std::string bad : {"12 34", "tab\there", "naïve", "pct%zz", "a|b"}) {
+    for (const std::string bad : {"12 34", "tab\there", "naïve", "pct%zz", "pct%az", "pct%", "a|b"}) {
         SCOPED_TRACE(bad);
         const auto result = verify([] {}, bad);
         ASSERT_FALSE(result);

@@ -21,7 +21,13 @@ exec xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" dbus-run-session -- sh
         return 0
     }
     copies() { ours | wc -l; }
-    cleanup() { kill $(ours) 2>/dev/null || true; kill "$wm" 2>/dev/null || true; rm -rf "$work"; }
+    # The copies end before their X server and bus do, as at a logout, not killed by a lost display.
+    cleanup() {
+        kill $(ours) 2>/dev/null || true
+        for _ in $(seq 50); do [ -z "$(ours)" ] && break; sleep 0.1; done
+        kill "$wm" 2>/dev/null || true
+        rm -rf "$work"
+    }
     trap cleanup EXIT
     openbox >/dev/null 2>&1 &
     wm=$!

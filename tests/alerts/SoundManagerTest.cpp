@@ -29,27 +29,19 @@ protected:
     SoundManager manager{clock, catalog, player};
 };
 
-TEST_F(SoundManagerTest, HoldsBackSoundsWithinThreeSecondsOfTheLastOneAdmitted) {
-    EXPECT_TRUE(playsAt(0));
-    EXPECT_FALSE(playsAt(2.9));
-    EXPECT_EQ(manager.lastPlayed(), start);
-    EXPECT_TRUE(playsAt(3.0)); // only a gap strictly below the interval holds a sound back
-    EXPECT_FALSE(playsAt(5.9));
-    EXPECT_EQ(player.played, (std::vector{horn, horn}));
-}
-
-TEST_F(SoundManagerTest, ClockSetBackStaysSilentUntilItPassesTheLastPlayByTheInterval) {
-    EXPECT_TRUE(playsAt(100));
-    EXPECT_FALSE(playsAt(40));
-    EXPECT_FALSE(playsAt(102.9));
-    EXPECT_TRUE(playsAt(103));
-}
-
-TEST_F(SoundManagerTest, IdThatResolvesToNothingStillTakesItsTurn) {
+// One sound per three seconds: an id that resolves to nothing still takes its turn, and a clock set
+// back stays silent until it passes the last sound admitted by the interval.
+TEST_F(SoundManagerTest, AdmitsASoundOnlyThreeSecondsAfterTheLastOneAdmitted) {
     EXPECT_FALSE(playsAt(0, "Nope"));
     EXPECT_EQ(manager.lastPlayed(), start);
-    EXPECT_FALSE(playsAt(1));
-    EXPECT_TRUE(playsAt(3));
+    EXPECT_FALSE(playsAt(2.9));
+    EXPECT_EQ(manager.lastPlayed(), start) << "a held-back sound does not move the reference";
+    EXPECT_TRUE(playsAt(3.0)); // only a gap strictly below the interval holds a sound back
+
+    EXPECT_FALSE(playsAt(1)); // the clock set back
+    EXPECT_FALSE(playsAt(5.9));
+    EXPECT_TRUE(playsAt(6));
+    EXPECT_EQ(player.played, (std::vector{horn, horn}));
 }
 
 } // namespace

@@ -57,17 +57,5 @@ TEST_F(PreferencesViewModelTest, TextsShowTheStoredValueAsItIs) {
     }
 }
 
-TEST_F(PreferencesViewModelTest, ControlsGreyOutWithTheSettingTheyDependOn) {
-    for (const bool on : {true, false}) {
-        preferences.showFloatingChip.set(on);
-        preferences.repeatReminderEnabled.set(on);
-        preferences.soundEnabled.set(on);
-        EXPECT_EQ(model.isChipOnlyWhenWaitingEnabled(), on);
-        EXPECT_EQ(model.isOpacityEnabled(), on);
-        EXPECT_EQ(model.isRepeatReminderStepperEnabled(), on);
-        EXPECT_EQ(model.isSoundListEnabled(), on);
-    }
-}
-
 } // namespace
 } // namespace tovrin

@@ -33,14 +33,6 @@ TEST_F(SessionRowTextTest, SubtitleJoinsToolReasonAndAge) {
     EXPECT_EQ(SessionRowText::subtitle(make("codex-cli", 3600), now), "Codex \u00B7 1h ago");
 }
 
-TEST_F(SessionRowTextTest, RevealNamesTheRootOrElseTheWorkingFolder) {
-    auto session = make("codex-cli", 0);
-    session.cwd = "/home/dev/app/src";
-    EXPECT_EQ(SessionRowText::revealToolTip(session), "Reveal /home/dev/app/src in Files");
-    session.root = "/home/dev/app";
-    EXPECT_EQ(SessionRowText::revealToolTip(session), "Reveal /home/dev/app in Files");
-}
-
 TEST_F(SessionRowTextTest, TitleColourFollowsTheState) {
     EXPECT_EQ(SessionRowText::titleColor(SessionState::waiting), ForgeTheme::waitingRed);
     EXPECT_EQ(SessionRowText::titleColor(SessionState::working), ForgeTheme::workingAmber);

@@ -36,6 +36,15 @@ inline bool near(const QColor& actual, const QColor& expected, int tolerance = 6
            std::abs(actual.alpha() - expected.alpha()) <= tolerance;
 }
 
+// How many pixels of `image` inside `area` are near `color`, as near() judges them.
+inline int countNear(const QImage& image, const QRect& area, const QColor& color, int tolerance = 6) {
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            count += near(pixelAt(image, x, y), color, tolerance);
+    return count;
+}
+
 // Saves a picture for review beside the test build, as <name>.png; a failure to write fails the test.
 inline void saveArtifact(const QImage& image, const QString& name) {
     const QString dir = QStringLiteral(TOVRIN_GUI_ARTIFACTS_DIR);

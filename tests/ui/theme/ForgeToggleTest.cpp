@@ -24,45 +24,33 @@ QPoint trackCentre(const ForgeToggle& toggle) {
     return QPoint(toggle.width() - 4 - ForgeToggle::trackWidth / 2, toggle.height() / 2);
 }
 
-TEST_F(ForgeToggleTest, ATapAnywhereOnTheRowFlipsItAndTheTrackTakesTheStateColour) {
+TEST_F(ForgeToggleTest, ATapOnTheRowFlipsItAndLightsTheTrackWhileDisabledItIsFadedAndIgnoresTaps) {
     test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "1");
     ForgeToggle toggle(QStringLiteral("Show floating window"));
     toggle.resize(300, toggle.sizeHint().height());
     toggle.show();
     const QImage off = renderOf(toggle);
-    // Left of the thumb's off position lies bare track.
-    const QPoint trackRight = trackCentre(toggle) + QPoint(13, 0);
-    EXPECT_TRUE(near(pixelAt(off, trackRight.x(), trackRight.y()), ForgeStyle::qColor(ForgeTheme::edge), 12));
-
     test::click(&toggle, QPoint(10, toggle.height() / 2));
     EXPECT_TRUE(toggle.isChecked()) << "the label is part of the hit area";
     EXPECT_DOUBLE_EQ(toggle.thumbPosition(), 1) << "no travel under reduced motion";
     const QImage on = renderOf(toggle);
     test::saveArtifact(off, QStringLiteral("forge-toggle-off"));
     test::saveArtifact(on, QStringLiteral("forge-toggle-on"));
-    const QPoint trackLeft = trackCentre(toggle) - QPoint(13, 0);
-    EXPECT_TRUE(
-        near(pixelAt(on, trackLeft.x(), trackLeft.y()), ForgeStyle::qColor(ForgeTheme::workingAmber), 12));
-    EXPECT_TRUE(near(pixelAt(on, trackRight.x(), trackRight.y()), Qt::white, 12)) << "thumb at the on end";
-}
+    // Off, bare track lies right of the thumb; on, the thumb sits there and lit track to its left.
+    const QPoint left = trackCentre(toggle) - QPoint(13, 0), right = trackCentre(toggle) + QPoint(13, 0);
+    const QColor bare = pixelAt(off, right.x(), right.y()), lit = pixelAt(on, left.x(), left.y());
+    EXPECT_TRUE(near(bare, ForgeStyle::qColor(ForgeTheme::edge), 12));
+    EXPECT_TRUE(near(lit, ForgeStyle::qColor(ForgeTheme::workingAmber), 12));
+    EXPECT_TRUE(near(pixelAt(on, right.x(), right.y()), Qt::white, 12)) << "thumb at the on end";
 
-TEST_F(ForgeToggleTest, DisabledIsFadedAndIgnoresTaps) {
-    test::ScopedEnv motion("TOVRIN_REDUCE_MOTION", "1");
-    ForgeToggle toggle(QStringLiteral("Launch at login"));
-    toggle.setChecked(true);
     toggle.setEnabled(false);
-    toggle.resize(300, toggle.sizeHint().height());
-    toggle.show();
     test::click(&toggle, trackCentre(toggle));
     EXPECT_TRUE(toggle.isChecked());
-    const QImage faded = renderOf(toggle);
-    toggle.setEnabled(true);
-    const QImage lit = renderOf(toggle);
     // The track is opaque when enabled; faded, it and its glow let the window through.
-    const QPoint trackLeft = trackCentre(toggle) - QPoint(13, 0);
-    EXPECT_EQ(qAlpha(lit.pixel(trackLeft)), 255);
-    EXPECT_GT(qAlpha(faded.pixel(trackLeft)), 0) << "faded, not hidden";
-    EXPECT_LT(qAlpha(faded.pixel(trackLeft)), 255);
+    const QImage faded = renderOf(toggle);
+    EXPECT_EQ(qAlpha(on.pixel(left)), 255);
+    EXPECT_GT(qAlpha(faded.pixel(left)), 0) << "faded, not hidden";
+    EXPECT_LT(qAlpha(faded.pixel(left)), 255);
 }
 
 TEST_F(ForgeToggleTest, TheThumbTravelsAndSettlesWhenMotionIsAllowed) {

@@ -22,25 +22,13 @@ using test::pixelAt;
 using test::renderOf;
 using test::saveArtifact;
 
-const char* const allSymbols[] = {"eye",
-                                  "eye.fill",
-                                  "eye.slash",
-                                  "folder",
-                                  "xmark",
-                                  "gearshape",
-                                  "bubble.left",
-                                  "info.circle",
-                                  "power",
-                                  "chevron.up",
-                                  "chevron.down",
-                                  "arrow.up.right.square",
-                                  "terminal.fill",
-                                  "circle.hexagongrid.fill",
-                                  "cursorarrow.rays",
-                                  "chevron.left.forwardslash.chevron.right",
-                                  "sparkles",
-                                  "questionmark.circle.fill",
-                                  "checkmark.seal.fill"};
+// Space-separated, every name the views draw.
+const QStringList allSymbols =
+    QStringLiteral(
+        "eye eye.fill eye.slash folder xmark gearshape bubble.left info.circle power chevron.up "
+        "chevron.down arrow.up.right.square terminal.fill circle.hexagongrid.fill cursorarrow.rays "
+        "chevron.left.forwardslash.chevron.right sparkles questionmark.circle.fill checkmark.seal.fill")
+        .split(QLatin1Char(' '));
 
 QByteArray encoded(const QColor& color, const char* format) {
     QImage image(16, 16, QImage::Format_RGB32);
@@ -57,7 +45,8 @@ TEST(SymbolsTest, EveryNameDrawsItsOwnGlyphAndUnknownNamesFallBackToTheQuestionM
     sheet.fill(ForgeStyle::qColor(ForgeTheme::ironBottom));
     std::set<QByteArray> drawn;
     int index = 0;
-    for (const char* name : allSymbols) {
+    for (const QString& symbol : allSymbols) {
+        const std::string name = symbol.toStdString();
         EXPECT_TRUE(Symbols::isKnown(name)) << name;
         const QImage glyph = Symbols::pixmap(name, Qt::white, 24).toImage();
         int inked = 0;
@@ -73,7 +62,7 @@ TEST(SymbolsTest, EveryNameDrawsItsOwnGlyphAndUnknownNamesFallBackToTheQuestionM
         ++index;
     }
     saveArtifact(sheet, QStringLiteral("symbols"));
-    EXPECT_EQ(drawn.size(), std::size(allSymbols)) << "no two names share a glyph";
+    EXPECT_EQ(drawn.size(), std::size_t(allSymbols.size())) << "no two names share a glyph";
     EXPECT_FALSE(Symbols::isKnown("no.such.symbol"));
     EXPECT_EQ(Symbols::pixmap("no.such.symbol", Qt::white, 24).toImage(),
               Symbols::pixmap("questionmark.circle.fill", Qt::white, 24).toImage());
@@ -121,11 +110,8 @@ TEST(ToolBadgeTest, UnknownToolsGetATintedTileWithTheirSymbolAndCodexItsMark) {
     EXPECT_TRUE(near(pixelAt(marked, 22, 2), ForgeStyle::qColor(ToolIdentity::named("codex-cli").tint)));
     EXPECT_EQ(unknown.accessibleName(), QStringLiteral("mystery-agent"));
     EXPECT_EQ(codex.accessibleName(), QStringLiteral("Codex"));
-    int white = 0;
-    for (int y = 10; y < 34; ++y)
-        for (int x = 10; x < 34; ++x)
-            white += near(pixelAt(marked, x, y), Qt::white, 10);
-    EXPECT_GT(white, 40) << "the mark is drawn in white";
+    EXPECT_GT(test::countNear(marked, QRect(10, 10, 24, 24), Qt::white, 10), 40)
+        << "the mark is drawn in white";
 }
 
 TEST(ToolBadgeTest, AUserOverrideWinsAndAFileThatDoesNotLoadIsPassedOver) {
@@ -163,6 +149,8 @@ TEST(ToolBadgeTest, AnInstalledApplicationLendsItsIconThroughItsDesktopFile) {
     const auto icon = AppIconProvider::installedAppIcon("cursor-ide");
     ASSERT_TRUE(icon);
     EXPECT_TRUE(near(icon->toImage().pixelColor(4, 4), Qt::blue));
+    EXPECT_TRUE(AppIconProvider::installedAppIcon("cursor-cli"))
+        << "the command line borrows the editor's icon";
     EXPECT_FALSE(AppIconProvider::installedAppIcon("codex-cli")) << "not an installed application";
 }
 

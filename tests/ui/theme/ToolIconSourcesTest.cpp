@@ -18,19 +18,5 @@ TEST(ToolIconSourcesTest, OverridesAreTriedInTheirFixedOrderAndStayInTheFolder) 
     EXPECT_TRUE(overrideCandidates(folder, "").empty());
 }
 
-TEST(ToolIconSourcesTest, OnlyToolsThatAreApplicationsHaveDesktopIds) {
-    EXPECT_EQ(desktopIds("copilot-vscode"), (std::vector<std::string>{"code", "code-insiders", "vscodium"}));
-    EXPECT_EQ(desktopIds("claude-code").front(), "claude-desktop");
-    EXPECT_EQ(desktopIds("cursor-cli"), desktopIds("cursor-ide"));
-    EXPECT_TRUE(desktopIds("codex-cli").empty());
-    EXPECT_TRUE(desktopIds("copilot-cli").empty());
-}
-
-TEST(ToolIconSourcesTest, OnlyCodexHasAMarkInATwentyFourSquare) {
-    const std::string_view mark = brandLogoSvg("codex-cli");
-    EXPECT_NE(mark.find(R"(viewBox="0 0 24 24")"), std::string_view::npos);
-    EXPECT_TRUE(brandLogoSvg("claude-code").empty());
-}
-
 } // namespace
 } // namespace tovrin

@@ -65,10 +65,14 @@ TEST_F(FloatingChipWindowControllerTest,
 
     // Dragged while unfolded; the corner is saved in screen coordinates.
     test::drag(panel->view(), panel->view()->header()->geometry().center(), QPoint(-300, 120));
+    EXPECT_TRUE(panel->view()->expanded()) << "a drag is no tap";
     const QPoint corner = topRight(panel);
     EXPECT_EQ(corner, QPoint(collapsed.x() + collapsed.width() - 300, collapsed.y() + 120));
     EXPECT_EQ(defaults.object("chipTopRightX"), nlohmann::json(double(corner.x())));
     EXPECT_EQ(defaults.object("chipTopRightY"), nlohmann::json(double(corner.y())));
+    tapHeader(panel);
+    EXPECT_EQ(panel->size(), collapsed.size()) << "folds back";
+    EXPECT_EQ(topRight(panel), corner);
 
     // A new run starts folded, smaller, yet with its top-right corner where it was left.
     controller.reset();

@@ -13,29 +13,22 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
-#include <thread>
 #include <xcb/xcb.h>
 
 namespace tovrin {
 namespace {
 
-using namespace std::chrono_literals;
 using enum SessionState;
 
 // Keeps the application's events flowing while a condition is awaited, as the window manager answers.
-// Settling comes before each look, so that the application has seen what the manager did so far.
-bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = 5s) {
-    for (auto deadline = std::chrono::steady_clock::now() + limit;
-         std::chrono::steady_clock::now() < deadline;) {
+bool eventually(const std::function<bool()>& condition) {
+    return test::pollUntil([&] {
         test::settleEvents();
-        if (condition()) return true;
-        std::this_thread::sleep_for(20ms);
-    }
-    return condition();
+        return condition();
+    });
 }
 
 // The chip on a private X server under openbox (see run-x11-tests.sh), looked at from a second
@@ -149,46 +142,42 @@ TEST_F(FloatingChipX11Test, StaysAboveOnEveryWorkspaceWithoutTakingTheFocus) {
     EXPECT_EQ(m_x.activeWindow(), editor);
 }
 
-TEST_F(FloatingChipX11Test, FirstPlacedByTheScreensCornerAndUnfoldedLeftAndDown) {
+// Where the window manager really puts it: first by the screen's corner, unfolded left and down,
+// and after a drag and a restart where it was dropped.
+TEST_F(FloatingChipX11Test, FirstPlacedByTheScreensCornerUnfoldedLeftAndDownAndDraggedCornerComesBack) {
+    const auto file = home.path() / "defaults.json";
     // A header narrower than the list, so that unfolding widens the chip too.
     chip.publish({chip.make("claude", "w1", waiting), chip.make("claude", "i1", idle),
                   chip.make("claude", "i2", idle)});
-    FloatingChipPanel* panel = startChip(defaults);
-    const xcb_window_t window = chipWindow();
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint corner(screen.x() + screen.width() - 16, screen.y() + 16);
-    ASSERT_TRUE(eventually([&] {
-        return m_x.viewable(window) && topRight(serverGeometry(window)) == corner;
-    })) << "at "
-        << serverGeometry(window).x() << "," << serverGeometry(window).y();
-    const QRect collapsed = serverGeometry(window);
-
-    test::click(panel->view()->header(), panel->view(), panel->view()->header()->rect().center());
-    ASSERT_TRUE(eventually([&] { return serverGeometry(window).height() > collapsed.height(); }));
-    const QRect expanded = serverGeometry(window);
-    EXPECT_EQ(topRight(expanded), corner);
-    EXPECT_LT(expanded.left(), collapsed.left());
-    EXPECT_GT(expanded.bottom(), collapsed.bottom());
-}
-
-TEST_F(FloatingChipX11Test, DraggedCornerComesBackAfterARestart) {
-    const auto file = home.path() / "defaults.json";
-    chip.publish({chip.make("claude", "w1", waiting), chip.make("claude", "i1", idle)});
+    const auto at = [&](xcb_window_t window) {
+        const QRect r = serverGeometry(window);
+        return std::to_string(r.x()) + "," + std::to_string(r.y());
+    };
     QPoint dropped;
     {
         JsonFileDefaultsStore store(file);
         FloatingChipPanel* panel = startChip(store);
         const xcb_window_t window = chipWindow();
-        ASSERT_TRUE(eventually([&] { return m_x.viewable(window) && stackingIndex(window) >= 0; }));
-        // Unfolded when dragged: the corner, not the size, is what comes back.
-        test::click(panel->view()->header(), panel->view(), panel->view()->header()->rect().center());
-        const QRect before = serverGeometry(window);
-        test::drag(panel->view(), QPoint(panel->view()->width() / 2, 20), QPoint(-420, 260));
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QPoint corner(screen.x() + screen.width() - 16, screen.y() + 16);
         ASSERT_TRUE(eventually([&] {
-            return topRight(serverGeometry(window)) == topRight(before) + QPoint(-420, 260);
+            return m_x.viewable(window) && topRight(serverGeometry(window)) == corner;
         })) << "at "
-            << serverGeometry(window).x() << "," << serverGeometry(window).y();
-        dropped = topRight(serverGeometry(window));
+            << at(window);
+        const QRect collapsed = serverGeometry(window);
+
+        test::click(panel->view()->header(), panel->view(), panel->view()->header()->rect().center());
+        ASSERT_TRUE(eventually([&] { return serverGeometry(window).height() > collapsed.height(); }));
+        const QRect expanded = serverGeometry(window);
+        EXPECT_EQ(topRight(expanded), corner);
+        EXPECT_LT(expanded.left(), collapsed.left());
+        EXPECT_GT(expanded.bottom(), collapsed.bottom());
+
+        // Unfolded when dragged: the corner, not the size, is what comes back.
+        test::drag(panel->view(), QPoint(panel->view()->width() / 2, 20), QPoint(-420, 260));
+        dropped = corner + QPoint(-420, 260);
+        ASSERT_TRUE(eventually([&] { return topRight(serverGeometry(window)) == dropped; }))
+            << "at " << at(window);
         m_controller.reset();
     }
 
@@ -198,7 +187,7 @@ TEST_F(FloatingChipX11Test, DraggedCornerComesBackAfterARestart) {
     EXPECT_TRUE(eventually([&] {
         return m_x.viewable(window) && topRight(serverGeometry(window)) == dropped;
     })) << "at "
-        << serverGeometry(window).x() << "," << serverGeometry(window).y();
+        << at(window);
     EXPECT_FALSE(m_controller->panel()->view()->expanded());
 }
 

@@ -29,10 +29,20 @@ protected:
     FileSecretStore store{file};
 };
 
-TEST_F(FileSecretStoreTest, KeepsValuesPerKeyAndAnEmptyValueRemoves) {
+// Only the owner can ever read the file: made private whatever the umask, and each write replaces
+// it with a private one.
+TEST_F(FileSecretStoreTest, KeepsValuesPerKeyPrivatelyAndAnEmptyValueRemoves) {
     EXPECT_FALSE(store.string(token));
+    const mode_t previous = ::umask(0);
     store.set("123:ABC", token);
+    ::umask(previous);
+    EXPECT_EQ(modeOf(file), 0600u);
+    EXPECT_EQ(modeOf(file.parent_path()), 0700u);
+    ::chmod(file.c_str(), 0644);
     store.set("-1001", chat);
+    EXPECT_EQ(modeOf(file), 0600u);
+    EXPECT_EQ(test::entriesOf(file.parent_path()), std::vector<std::string>{"secrets.json"});
+
     store.set("456:DEF", token);
     EXPECT_EQ(store.string(token), "456:DEF");
     EXPECT_EQ(FileSecretStore(file).string(chat), "-1001") << "another instance reads the same file";
@@ -42,19 +52,6 @@ TEST_F(FileSecretStoreTest, KeepsValuesPerKeyAndAnEmptyValueRemoves) {
     store.set(std::nullopt, chat);
     EXPECT_FALSE(store.string(chat));
     EXPECT_EQ(nlohmann::json::parse(std::ifstream(file)), nlohmann::json::object());
-}
-
-TEST_F(FileSecretStoreTest, OnlyTheOwnerCanEverReadTheFile) {
-    const mode_t previous = ::umask(0);
-    store.set("123:ABC", token);
-    ::umask(previous);
-    EXPECT_EQ(modeOf(file), 0600u);
-    EXPECT_EQ(modeOf(file.parent_path()), 0700u);
-
-    ::chmod(file.c_str(), 0644);
-    store.set("-1001", chat);
-    EXPECT_EQ(modeOf(file), 0600u) << "each write replaces the file with a private one";
-    EXPECT_EQ(test::entriesOf(file.parent_path()), std::vector<std::string>{"secrets.json"});
 }
 
 TEST_F(FileSecretStoreTest, RemovingFromNothingWritesNothing) {

@@ -1,6 +1,5 @@
 #include "platform/qt/QtHttpClient.h"
 
-#include "platform/linux/InstallationPaths.h"
 #include "platform/qt/LoadableHttpClient.h"
 #include "platform/qt/QtMainLoop.h"
 #include "support/LocalHttpServer.h"
@@ -13,9 +12,7 @@
 #include <QTcpSocket>
 #include <chrono>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
-#include <thread>
 
 namespace tovrin {
 namespace {
@@ -173,11 +170,6 @@ TEST_F(HttpClientFixture, HttpsIsAvailable) {
 }
 
 using LoadableHttpClientTest = HttpClientFixture;
-
-// The build tree has the installation's layout, so the module is found where it would be installed.
-TEST_F(LoadableHttpClientTest, TheModuleIsFoundBesideTheExecutables) {
-    EXPECT_EQ(InstallationPaths::httpModule(), std::filesystem::path(TOVRIN_HTTP_MODULE));
-}
 
 TEST_F(LoadableHttpClientTest, WithoutTheModuleEveryRequestFailsLaterSayingWhy) {
     test::TempDir dir;

@@ -2,20 +2,17 @@
 #include "platform/linux/PosixProcessRunner.h"
 #include "support/FakeFocusPorts.h"
 #include "support/FakeWindowSystem.h"
+#include "support/PollUntil.h"
 #include "support/ScopedEnv.h"
 #include "support/ShellCommand.h"
 #include "support/TempDir.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <thread>
 #include <unistd.h>
 
 namespace tovrin {
 namespace {
-
-using namespace std::chrono_literals;
 
 std::string output(const std::string& command) {
     return test::runCommand(command).out;
@@ -58,12 +55,8 @@ TEST_F(TmuxPaneFocusTest, SelectsThePaneAndRaisesTheWindowOfItsClientsTerminal) 
     // A client on a terminal of its own whose ancestor is this process, which stands for the
     // terminal emulator owning a window; the nearest such ancestor wins.
     ASSERT_TRUE(processes.start(*script, {"-qc", "tmux attach -t focus", "/dev/null"}));
-    std::string clients;
-    for (auto deadline = std::chrono::steady_clock::now() + 5s;
-         (clients = output("tmux list-clients -t focus")).empty() &&
-         std::chrono::steady_clock::now() < deadline;)
-        std::this_thread::sleep_for(20ms);
-    ASSERT_FALSE(clients.empty()) << "the client did not attach";
+    ASSERT_TRUE(test::pollUntil([] { return !output("tmux list-clients -t focus").empty(); }))
+        << "the client did not attach";
 
     test::FocusLog log;
     test::FakeWindowSystem windows;
@@ -76,12 +69,7 @@ TEST_F(TmuxPaneFocusTest, SelectsThePaneAndRaisesTheWindowOfItsClientsTerminal) 
     EXPECT_TRUE(TerminalFocuser(shell, windows, activator).focus(session));
     EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{8});
 
-    const std::string wanted = "0 " + firstPane;
-    std::string seen;
-    for (auto deadline = std::chrono::steady_clock::now() + 5s;
-         (seen = current()) != wanted && std::chrono::steady_clock::now() < deadline;)
-        std::this_thread::sleep_for(20ms);
-    EXPECT_EQ(seen, wanted);
+    EXPECT_TRUE(test::pollUntil([&] { return current() == "0 " + firstPane; })) << current();
     EXPECT_EQ(log.entries(), std::vector<std::string>{});
 }
 

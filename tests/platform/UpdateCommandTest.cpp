@@ -99,12 +99,9 @@ protected:
                 items + "</channel></rss>"));
     }
 
-    struct Run {
-        int exitCode = -1;
-        std::string output;
-    };
-    // The command run from the installation, as version 1.0, build 57, while this loop serves.
-    Run update(const fs::path& root, const std::string& argument, bool configured = true) {
+    // The command run from the installation, as version 1.0, build 57, while this loop serves; its
+    // output and errors together.
+    test::CommandResult update(const fs::path& root, const std::string& argument, bool configured = true) {
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
         QStringList arguments{configured ? QString::fromStdString(server.base() + "/appcast.xml") : QString(),
@@ -201,19 +198,19 @@ TEST_F(UpdateCommandTest, ChecksAndInstallsOnlyWhatTheKeySignedAndLeavesNoTraceO
                                                ? httpReply(404, "text/plain", "")
                                                : httpReply(200, "application/gzip", row.archive));
         const fs::path root = row.packagedInstallation ? packaged : selfContained;
-        const Run run = update(root, row.argument, row.configured);
-        EXPECT_EQ(run.exitCode, row.exitCode) << run.output;
-        EXPECT_NE(run.output.find(row.says), std::string::npos) << run.output;
+        const auto run = update(root, row.argument, row.configured);
+        EXPECT_EQ(run.exitCode, row.exitCode) << run.out;
+        EXPECT_NE(run.out.find(row.says), std::string::npos) << run.out;
         EXPECT_EQ(snapshot(root), row.packagedInstallation ? packagedBefore : before);
         EXPECT_EQ(test::entriesOf(root.parent_path()), std::vector<std::string>{"tovrin"});
     }
 
     server.route("/appcast.xml", feed(goodItem));
     server.route("/tovrin-2.0.tar.gz", httpReply(200, "application/gzip", goodBytes));
-    const Run run = update(selfContained, "");
-    EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_NE(run.output.find("Tovrin 2.0 is installed in " + selfContained.string()), std::string::npos)
-        << run.output;
+    const auto run = update(selfContained, "");
+    EXPECT_EQ(run.exitCode, 0) << run.out;
+    EXPECT_NE(run.out.find("Tovrin 2.0 is installed in " + selfContained.string()), std::string::npos)
+        << run.out;
     EXPECT_EQ(snapshot(selfContained), snapshot(work.path() / "release-good" / release));
     EXPECT_EQ(test::entriesOf(selfContained.parent_path()), std::vector<std::string>{"tovrin"});
 }

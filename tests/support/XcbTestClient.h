@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PollUntil.h"
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -9,21 +11,11 @@
 #include <functional>
 #include <string>
 #include <thread>
-#include <vector>
 #include <unistd.h>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace tovrin::test {
-
-// Looks again every 20 ms until the condition holds or the time is up.
-inline bool pollUntil(const std::function<bool()>& condition,
-                      std::chrono::milliseconds limit = std::chrono::seconds(5)) {
-    for (auto deadline = std::chrono::steady_clock::now() + limit; std::chrono::steady_clock::now() < deadline;) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    return condition();
-}
 
 // A second client on the private X server of run-x11-tests.sh, which looks at windows as any other
 // client, or the window manager, sees them.
@@ -120,7 +112,8 @@ public:
         const xcb_window_t w = xcb_generate_id(m_c);
         xcb_create_window(m_c, XCB_COPY_FROM_PARENT, w, m_root, 0, 0, width, height, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        auto set = [&](xcb_atom_t property, xcb_atom_t kind, std::uint8_t format, std::size_t n, const void* data) {
+        auto set = [&](xcb_atom_t property, xcb_atom_t kind, std::uint8_t format, std::size_t n,
+                       const void* data) {
             xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, w, property, kind, format,
                                 static_cast<std::uint32_t>(n), data);
         };

@@ -16,29 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-TEST(AtomicFile, ReplacesTheContentWithTheGivenModeAndLeavesNoTempFile) {
-    test::TempDir dir;
-    const auto file = dir.write("hooks.json", "old content that is longer than the new one");
-    ::chmod(file.c_str(), 0644);
-
-    const auto written = writeFileAtomically(file, "new", 0600);
-    ASSERT_TRUE(written.ok()) << written.error();
-    EXPECT_EQ(readWholeFile(file).value(), "new");
-    EXPECT_EQ(test::entriesOf(dir.path()), std::vector<std::string>{"hooks.json"});
-    struct stat info {};
-    ASSERT_EQ(::stat(file.c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0600u);
-}
-
-TEST(AtomicFile, LargeContentRoundTrips) {
-    test::TempDir dir;
-    std::string content;
-    for (int i = 0; content.size() < 300'000; ++i)
-        content += std::to_string(i) + '\n';
-    ASSERT_TRUE(writeFileAtomically(dir.path() / "big", content).ok());
-    EXPECT_EQ(readWholeFile(dir.path() / "big").value(), content);
-}
-
 TEST(AtomicFile, FailureNamesThePathAndLeavesNoTempFile) {
     test::TempDir dir;
     fs::create_directories(dir.path() / "occupied" / "inner");

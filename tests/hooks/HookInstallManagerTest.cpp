@@ -139,6 +139,7 @@ TEST_F(HookInstallManagerTest, VSCodeNeedsItsFileAndAnEditorPointingAtIt) {
     EXPECT_EQ(install.value(), (std::vector<VSCodeHookRegistrar::SkippedSettings>{
                                    {codium, HookFileError::unreadableJSON(codium)}}));
     EXPECT_EQ(test::readText(codium), commented);
+    EXPECT_FALSE(fs::exists(HookFileStore::backupPath(codium)));
     EXPECT_TRUE(HookConfigMerger::isInstalled(read(home / ".tovrin/vscode-hooks.json"), vscode.strategy,
                                               manager.ownership()));
     EXPECT_EQ(manager.state(vscode), State::notInstalled());

@@ -8,14 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(HookTarget, OneStepSetUpCoversFourTargetsAndNeverCursorOrAntigravity) {
-    std::vector<std::string> defaults;
-    for (const auto& t : HookTarget::all("/home/dev")) {
-        if (t.isDefault) defaults.push_back(t.id);
-    }
-    EXPECT_EQ(defaults, (std::vector<std::string>{"claude-code", "codex", "copilot-cli", "vscode"}));
-}
-
 TEST(HookTarget, PathsFollowTheHomeAndNothingElseDiffers) {
     const fs::path homeA = "/home/dev";
     const fs::path homeB = "/srv/users/other person";

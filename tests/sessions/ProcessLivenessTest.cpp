@@ -1,6 +1,7 @@
 #include "sessions/ProcessLiveness.h"
 
 #include "sessions/SessionStore.h"
+#include "support/ChildProcesses.h"
 #include "support/FakeSessionReader.h"
 #include "support/ManualLoop.h"
 #include "support/MemoryDefaultsStore.h"
@@ -16,33 +17,6 @@
 
 namespace tovrin {
 namespace {
-
-// A `sleep 30` child, killed and reaped at the latest when this goes.
-class SleepingChild {
-public:
-    SleepingChild() : m_pid(::fork()) {
-        if (m_pid == 0) {
-            ::execlp("sleep", "sleep", "30", static_cast<char*>(nullptr));
-            ::_exit(127);
-        }
-    }
-    SleepingChild(const SleepingChild&) = delete;
-    SleepingChild& operator=(const SleepingChild&) = delete;
-    ~SleepingChild() { killAndReap(); }
-
-    pid_t pid() const { return m_pid; }
-    void killAndReap() {
-        if (m_pid <= 0 || m_reaped) return;
-        ::kill(m_pid, SIGKILL);
-        int status = 0;
-        ::waitpid(m_pid, &status, 0);
-        m_reaped = true;
-    }
-
-private:
-    pid_t m_pid;
-    bool m_reaped = false;
-};
 
 class ProcessLivenessTest : public ::testing::Test {
 protected:
@@ -64,11 +38,12 @@ protected:
 };
 
 TEST_F(ProcessLivenessTest, ALiveChildKeepsItsSessionAndAReapedOneLosesIt) {
-    SleepingChild child;
-    ASSERT_GT(child.pid(), 0);
-    EXPECT_TRUE(keptThroughStore(child.pid()));
-    child.killAndReap();
-    EXPECT_FALSE(keptThroughStore(child.pid()));
+    const pid_t child = test::spawnQuietly({"sleep", "30"});
+    ASSERT_GT(child, 0);
+    EXPECT_TRUE(keptThroughStore(child));
+    ::kill(child, SIGKILL);
+    test::exitStatusOf(child); // reaped
+    EXPECT_FALSE(keptThroughStore(child));
 }
 
 TEST_F(ProcessLivenessTest, IdsThatAreNoSingleProcessCountAsDead) {

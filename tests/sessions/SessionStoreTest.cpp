@@ -129,38 +129,20 @@ TEST_F(SessionStoreTest, DisabledToolsAreDroppedByExactIdAndLoseTheirDismissals)
     EXPECT_EQ(test::idsOf(store->sessions()), (Ids{"codex-cli__a", "codex__b", "claude-code__c"}));
 }
 
-TEST_F(SessionStoreTest, ADismissalHidesASessionWhileItsStateStaysTheSame) {
-    const auto a = aged("a", waiting, 10);
-    reader.set({a, aged("b", working, 20)});
-    store->refresh();
-
-    const int passes = reader.calls();
-    store->dismiss(a);
-    EXPECT_EQ(reader.calls(), passes + 1); // the dismissal shows at once
-    EXPECT_EQ(test::idsOf(store->sessions()), Ids{"t__b"});
-    EXPECT_EQ(store->aggregate(), AggregateStatus::working()); // hidden sessions don't count
-    store->refresh();
-    EXPECT_EQ(test::idsOf(store->sessions()), Ids{"t__b"});
-
-    // The agent works again: shown, and the dismissal is over for good.
-    reader.set({aged("a", working, 0), aged("b", working, 20)});
-    store->refresh();
-    EXPECT_EQ(stateOf("a"), working);
-    reader.set({aged("a", waiting, 0), aged("b", working, 20)});
-    store->refresh();
-    EXPECT_EQ(stateOf("a"), waiting);
-}
-
-TEST_F(SessionStoreTest, ADismissalEndsWhenTheClassifiedStateChangesOrTheSessionLeaves) {
+// (That a dismissed waiter that works and then waits again is shown and alerts: WaitingTransitionsTest.)
+TEST_F(SessionStoreTest, ADismissalHidesASessionUntilItsClassifiedStateChangesOrItLeaves) {
     const auto a = aged("a", waiting, 10);
     const auto b = aged("b", working, 10);
     reader.set({a, b});
     store->refresh();
+    const int passes = reader.calls();
     store->dismiss(a);
+    EXPECT_EQ(reader.calls(), passes + 1); // the dismissal shows at once
     store->dismiss(b);
     EXPECT_TRUE(store->sessions().empty());
+    EXPECT_EQ(store->aggregate(), AggregateStatus::neutral()); // hidden sessions don't count
 
-    // Same files, older: b decays to idle at 46 s, a to idle past 300 s.
+    // Same files, older: b decays to idle at 46 s, a to idle past 300 s; until then a stays hidden.
     loop.clock().advance(36);
     store->refresh();
     EXPECT_EQ(test::idsOf(store->sessions()), Ids{"t__b"});

@@ -62,7 +62,7 @@ protected:
     std::unique_ptr<SessionStore> store;
 };
 
-TEST_F(WaitingTransitionsTest, SessionsWaitingAtStartAlertEveryChannelOnceThenOnlyNewcomers) {
+TEST_F(WaitingTransitionsTest, WaitersAtStartAndNewcomersAlertOnceLeavingIsSilentAndComingBackAlertsAgain) {
     reader.set({aged("b", waiting, 20), aged("a", waiting, 10), aged("w", working, 5)});
     start();
     EXPECT_EQ(takeCalls(), toEveryChannel("notify a,b of a,b"));
@@ -72,6 +72,20 @@ TEST_F(WaitingTransitionsTest, SessionsWaitingAtStartAlertEveryChannelOnceThenOn
 
     refreshWith({aged("b", waiting, 20), aged("a", waiting, 10), aged("c", waiting, 1)});
     EXPECT_EQ(takeCalls(), toEveryChannel("notify c of c,a,b"));
+
+    // Unreadable for one pass.
+    refreshWith({aged("b", waiting, 20), aged("c", waiting, 1)});
+    EXPECT_TRUE(takeCalls().empty());
+    refreshWith({aged("a", waiting, 10), aged("b", waiting, 20), aged("c", waiting, 1)});
+    EXPECT_EQ(takeCalls(), toEveryChannel("notify a of c,a,b"));
+
+    // Working for one pass.
+    refreshWith({aged("a", working, 0), aged("b", waiting, 20), aged("c", waiting, 1)});
+    refreshWith({aged("a", waiting, 0), aged("b", waiting, 20), aged("c", waiting, 1)});
+    EXPECT_EQ(takeCalls(), toEveryChannel("notify a of a,c,b"));
+
+    refreshWith({});
+    EXPECT_TRUE(takeCalls().empty());
 }
 
 TEST_F(WaitingTransitionsTest, TheChannelsHearOfNewWaitersBeforeTheListIsPublished) {
@@ -80,26 +94,6 @@ TEST_F(WaitingTransitionsTest, TheChannelsHearOfNewWaitersBeforeTheListIsPublish
     auto seen = store->sessions.observe([&](const auto&) { callsWhenPublished.push_back(log->size()); });
     refreshWith({aged("a", waiting, 1)});
     EXPECT_EQ(callsWhenPublished, (std::vector<std::size_t>{0, 4}));
-}
-
-TEST_F(WaitingTransitionsTest, LeavingIsSilentAndComingBackAlertsAgain) {
-    reader.set({aged("a", waiting, 10), aged("b", waiting, 20)});
-    start();
-    takeCalls();
-
-    // Unreadable for one pass.
-    refreshWith({aged("b", waiting, 20)});
-    EXPECT_TRUE(takeCalls().empty());
-    refreshWith({aged("a", waiting, 10), aged("b", waiting, 20)});
-    EXPECT_EQ(takeCalls(), toEveryChannel("notify a of a,b"));
-
-    // Working for one pass.
-    refreshWith({aged("a", working, 0), aged("b", waiting, 20)});
-    refreshWith({aged("a", waiting, 0), aged("b", waiting, 20)});
-    EXPECT_EQ(takeCalls(), toEveryChannel("notify a of a,b"));
-
-    refreshWith({});
-    EXPECT_TRUE(takeCalls().empty());
 }
 
 TEST_F(WaitingTransitionsTest, ADismissedWaiterIsSilentUntilItWaitsAgainAfterTheDismissal) {
@@ -161,13 +155,9 @@ TEST_F(WaitingTransitionsTest, TheReminderNamesThePublishedWaitersWithoutAPassOf
     loop.advance(10);
     EXPECT_EQ(takeCalls(), toEveryChannel("remind a,b"));
     EXPECT_EQ(reader.calls(), passes);
-}
 
-TEST_F(WaitingTransitionsTest, ARunningReminderDoesNothingWhileNoneWaits) {
-    preferences.repeatReminderEnabled.set(true);
-    preferences.repeatReminderSeconds.set(10);
-    reader.set({aged("w", working, 1)});
-    start();
+    // Once none waits, the reminder keeps running and says nothing.
+    store->refresh();
     loop.advance(30);
     EXPECT_TRUE(takeCalls().empty());
     EXPECT_EQ(loop.activeTimers(), 2u);

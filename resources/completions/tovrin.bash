@@ -4,7 +4,7 @@ _tovrin() {
     local cur=${COMP_WORDS[COMP_CWORD]}
     local words=""
     case $COMP_CWORD in
-        1) words="status hooks watch telegram settings feedback update help --help --version" ;;
+        1) words="status hooks hosts watch telegram settings feedback update help --help --version" ;;
         *)
             case ${COMP_WORDS[1]} in
                 status) [[ $COMP_CWORD -eq 2 ]] && words="--json --follow" ;;
@@ -15,6 +15,7 @@ _tovrin() {
                         words="claude-code codex copilot-cli vscode cursor antigravity"
                     fi
                     ;;
+                hosts) [[ $COMP_CWORD -eq 2 ]] && words="list add remove" ;;
                 telegram) [[ $COMP_CWORD -eq 2 ]] && words="setup" ;;
                 update) [[ $COMP_CWORD -eq 2 ]] && words="--check" ;;
             esac

@@ -1,6 +1,6 @@
 # fish completion for tovrin
 
-set -l commands status hooks watch telegram settings feedback update help
+set -l commands status hooks hosts watch telegram settings feedback update help
 set -l hook_ids claude-code codex copilot-cli vscode cursor antigravity
 
 complete -c tovrin -f
@@ -9,6 +9,8 @@ complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -l version -d 
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a status -d 'Print the live session list'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a hooks -d "List, install or remove the agents' hooks"
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a watch -d 'Alert on waiting sessions without windows'
+complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a hosts -d 'List, add or remove remote hosts watched over ssh'
+complete -c tovrin -n "__fish_seen_subcommand_from hosts; and not __fish_seen_subcommand_from list add remove" -a 'list add remove'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a telegram -d 'Link a Telegram chat for alerts'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a settings -d 'Open the settings window'
 complete -c tovrin -n "not __fish_seen_subcommand_from $commands" -a feedback -d 'Open the feedback window'

@@ -20,12 +20,14 @@ Summary summary(const std::vector<AgentSession>& sessions) {
         const std::string& path = s.root ? *s.root : s.cwd;
         auto body = lastPathComponent(path);
         if (body.empty()) body = path;
+        if (s.host) body += " on " + *s.host;
         return {ToolIdentity::named(s.tool).displayName + " is waiting", std::move(body)};
     }
     Summary result{std::to_string(sessions.size()) + " agents are waiting", {}};
     for (std::size_t i = 0; i < sessions.size(); ++i) {
         if (i > 0) result.body += ", ";
         result.body += ToolIdentity::named(sessions[i].tool).displayName;
+        if (sessions[i].host) result.body += " on " + *sessions[i].host;
     }
     return result;
 }

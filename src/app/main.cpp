@@ -1,4 +1,5 @@
 #include "app/cli/HooksCommand.h"
+#include "app/cli/HostsCommand.h"
 #include "app/cli/StatusCommand.h"
 #include "app/cli/TelegramCommand.h"
 #include "app/cli/UpdateCommand.h"
@@ -29,6 +30,9 @@ constexpr const char* usage =
     "  hooks install <id> | uninstall <id>\n"
     "                    install or remove the hooks of one agent\n"
     "  hooks remove-all  remove every hook and the status writer\n"
+    "  hosts             list the remote hosts watched over ssh\n"
+    "  hosts add <destination> | remove <destination>\n"
+    "                    watch a host's agents too, or stop\n"
     "  watch             alert on waiting sessions from a terminal, without windows\n"
     "  telegram setup    link a Telegram chat for alerts on your phone\n"
     "  settings          open the settings window (in the running tray application)\n"
@@ -73,6 +77,7 @@ int main(int argc, char** argv) {
     if (argc < 2) return startDesktop(argv);
     if (argc >= 2 && std::strcmp(argv[1], "status") == 0) return tovrin::runStatusCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "hooks") == 0) return tovrin::runHooksCommand(argc, argv);
+    if (argc >= 2 && std::strcmp(argv[1], "hosts") == 0) return tovrin::runHostsCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "watch") == 0) return tovrin::runWatchCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "telegram") == 0) return tovrin::runTelegramCommand(argc, argv);
     if (argc >= 2 && std::strcmp(argv[1], "update") == 0)

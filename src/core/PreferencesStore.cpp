@@ -40,14 +40,21 @@ std::optional<std::string> asString(const std::optional<json>& v) {
     return std::nullopt;
 }
 
-std::set<std::string> asStringSet(const std::optional<json>& v) {
-    std::set<std::string> result;
+// Strings in their stored order, each once; anything but an array of strings reads as none.
+std::vector<std::string> asStringList(const std::optional<json>& v) {
+    std::vector<std::string> result;
     if (!v || !v->is_array()) return result;
     for (const auto& item : *v) {
         if (!item.is_string()) return {};
-        result.insert(item.get<std::string>());
+        auto text = item.get<std::string>();
+        if (std::find(result.begin(), result.end(), text) == result.end()) result.push_back(std::move(text));
     }
     return result;
+}
+
+std::set<std::string> asStringSet(const std::optional<json>& v) {
+    const auto list = asStringList(v);
+    return {list.begin(), list.end()};
 }
 
 // Persists a value under its key on every assignment.
@@ -90,6 +97,8 @@ PreferencesStore::PreferencesStore(DefaultsStore& d)
                       writer<bool>(d, "telegramEnabled")),
       disabledTools(objectWillChange, asStringSet(d.object("disabledTools")),
                     [&d](const std::set<std::string>& tools) { d.set("disabledTools", json(tools)); }),
+      remoteHosts(objectWillChange, asStringList(d.object("remoteHosts")),
+                  writer<std::vector<std::string>>(d, "remoteHosts")),
       m_defaults(d) {}
 
 void PreferencesStore::setTool(const std::string& id, bool enabled) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tovrin {
 
@@ -36,6 +37,8 @@ public:
     Property<bool> usageAnalyticsEnabled;
     Property<bool> telegramEnabled;
     Property<std::set<std::string>> disabledTools;
+    // ssh destinations whose status folders are watched too, in the order they were added.
+    Property<std::vector<std::string>> remoteHosts;
 
     // Enables or disables one tool id; the whole set is written even when it did not change.
     void setTool(const std::string& id, bool enabled);

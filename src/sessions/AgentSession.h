@@ -58,9 +58,11 @@ struct AgentSession {
     std::optional<Locator> locator;
     TimePoint startedAt;
     TimePoint updatedAt;
+    // The ssh destination whose status folder holds the file; none for this machine's own.
+    std::optional<std::string> host;
 
-    // The key of dismissals, of the waiting set and of rows on screen.
-    std::string id() const { return tool + "__" + sessionId; }
+    // The key of dismissals, of the waiting set and of rows on screen; unique across hosts.
+    std::string id() const { return (host ? *host + ":" : std::string()) + tool + "__" + sessionId; }
     // The project folder: `root` where the agent named one, else the working directory.
     const std::string& projectPath() const { return root ? *root : cwd; }
 

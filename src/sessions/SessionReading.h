@@ -1,7 +1,9 @@
 #pragma once
 
 #include "sessions/AgentSession.h"
+#include "sessions/ProcessLiveness.h"
 
+#include <optional>
 #include <vector>
 
 namespace tovrin {
@@ -11,6 +13,13 @@ class SessionReading {
 public:
     virtual ~SessionReading() = default;
     virtual std::vector<AgentSession> readAll() = 0;
+
+    // Whether the session's agent still runs, as the machine it runs on tells; nothing when that
+    // can't be told (no pid, or its host out of reach), and the session then leaves by its age.
+    virtual std::optional<bool> processAlive(const AgentSession& session) const {
+        if (!session.pid) return std::nullopt;
+        return processExists(*session.pid);
+    }
 };
 
 } // namespace tovrin

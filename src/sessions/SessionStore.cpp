@@ -71,7 +71,7 @@ void SessionStore::refresh() {
     const TimePoint now = m_clock.now();
 
     std::erase_if(list, [&](const AgentSession& s) {
-        if (s.pid) return !processExists(*s.pid);
+        if (const auto alive = m_reader.processAlive(s)) return !*alive;
         return secondsBetween(s.updatedAt, now) > ttl;
     });
     const auto& disabled = m_preferences.disabledTools();
@@ -99,7 +99,8 @@ void SessionStore::refresh() {
 
 std::vector<AgentSession> SessionStore::interpretSilentAntigravity(std::vector<AgentSession> list) const {
     for (auto& s : list) {
-        if (!s.tool.starts_with("antigravity") || s.state != SessionState::working) continue;
+        // A remote transcript path names a file on that host, never one here.
+        if (!s.tool.starts_with("antigravity") || s.state != SessionState::working || s.host) continue;
         if (ageOf(s) <= silentWorkingIdleThreshold) continue;
         if (!s.transcriptPath || s.transcriptPath->empty()) continue;
 

@@ -52,6 +52,11 @@ TEST(WaitingMessageFormatterTest, OtherCountsListToolNamesInOrder) {
     EXPECT_EQ(WaitingMessageFormatter::summary({}),
               (WaitingMessageFormatter::Summary{"0 agents are waiting", ""}));
     EXPECT_EQ(WaitingMessageFormatter::message({}), "0 agents are waiting");
+    // Remote sessions name their host, alone or in a list.
+    auto remote = waiting("codex-cli", "/home/dev/app", "/home/dev/app");
+    remote.host = "dev@build";
+    EXPECT_EQ(WaitingMessageFormatter::message({remote}), "Codex is waiting\napp on dev@build");
+    EXPECT_EQ(WaitingMessageFormatter::summary({claude, remote}).body, "Claude Code, Codex on dev@build");
     // A tool with an empty name still takes its place in the list.
     EXPECT_EQ(WaitingMessageFormatter::summary({waiting("", "/x", "/x"), codex}).body, ", Codex");
 }

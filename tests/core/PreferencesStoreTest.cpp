@@ -100,6 +100,10 @@ const LoadCase loadCases[] = {
      [](auto& p) { return p.disabledTools().empty(); }},
     {"ToolsAsStringAreEmpty", "disabledTools", "codex-cli",
      [](auto& p) { return p.disabledTools().empty(); }},
+    {"HostsKeepTheirOrderOnce", "remoteHosts", json::array({"box", "dev@build", "box"}),
+     [](auto& p) {
+         return p.remoteHosts() == std::vector<std::string>{"box", "dev@build"};
+     }},
 };
 
 INSTANTIATE_TEST_SUITE_P(, PreferencesLoadRules, ::testing::ValuesIn(loadCases),

@@ -31,6 +31,12 @@ TEST_F(SessionRowTextTest, SubtitleJoinsToolReasonAndAge) {
     // An unknown tool goes by its id; a stamp from the future is "just now".
     EXPECT_EQ(SessionRowText::subtitle(make("aider", -30), now), "aider \u00B7 just now");
     EXPECT_EQ(SessionRowText::subtitle(make("codex-cli", 3600), now), "Codex \u00B7 1h ago");
+
+    // A remote session says where it runs, also to a screen reader.
+    auto remote = make("codex-cli", 42);
+    remote.host = "dev@build";
+    EXPECT_EQ(SessionRowText::subtitle(remote, now), "Codex on dev@build \u00B7 42s ago");
+    EXPECT_NE(SessionRowText::accessibleName(remote, now).find("Codex on dev@build"), std::string::npos);
 }
 
 TEST_F(SessionRowTextTest, TitleColourFollowsTheState) {

@@ -75,6 +75,7 @@ TEST(StatusReportText, DetailsAreToolThenReasonOnlyWhenPresentThenProjectThenAge
     withReason.root = "/home/dev/projects";
     auto unknownTool = sample("d", SessionState::working, 2);
     unknownTool.tool = "gemini-cli";
+    unknownTool.host = "dev@build";
 
     const auto groups = groupsOf(StatusReport::text({noReason, emptyReason, withReason, unknownTool}, now));
     ASSERT_EQ(groups.size(), 1u);
@@ -83,7 +84,7 @@ TEST(StatusReportText, DetailsAreToolThenReasonOnlyWhenPresentThenProjectThenAge
                   "Claude Code" + dot + "/home/dev/projects/a" + dot + "2m ago",
                   "Claude Code" + dot + dot + "/home/dev/projects/b" + dot + "2m ago",
                   "Claude Code" + dot + *withReason.reason + dot + "/home/dev/projects" + dot + "2m ago",
-                  "gemini-cli" + dot + "/home/dev/projects/d" + dot + "just now",
+                  "gemini-cli" + dot + "dev@build:/home/dev/projects/d" + dot + "just now",
               }));
 }
 
@@ -137,6 +138,7 @@ TEST(StatusReportJson, ObjectsCarryTheStatusKeysInListOrderAndLeaveAbsentOnesOut
     full.locator.emplace();
     full.locator->tmuxPane = "%3";
     full.locator->app = "Terminal";
+    full.host = "dev@build";
     const auto bare = sample("bare", SessionState::idle);
 
     const auto list = json::parse(StatusReport::json({full, bare}));
@@ -150,11 +152,12 @@ TEST(StatusReportJson, ObjectsCarryTheStatusKeysInListOrderAndLeaveAbsentOnesOut
     const std::set<std::string> required{"id",    "schemaVersion", "tool",  "surface",   "sessionId",
                                          "state", "cwd",           "title", "startedAt", "updatedAt"};
     auto withOptionals = required;
-    withOptionals.insert({"pid", "reason", "transcriptPath", "root", "locator"});
+    withOptionals.insert({"pid", "reason", "transcriptPath", "root", "locator", "host"});
     EXPECT_EQ(keys(list[0]), withOptionals);
     EXPECT_EQ(keys(list[1]), required);
 
-    EXPECT_EQ(list[0]["id"], "codex-cli__full");
+    EXPECT_EQ(list[0]["id"], "dev@build:codex-cli__full");
+    EXPECT_EQ(list[0]["host"], "dev@build");
     EXPECT_EQ(list[0]["state"], "waiting");
     EXPECT_EQ(list[0]["pid"], 4242);
     EXPECT_EQ(list[0]["reason"], "");

@@ -8,6 +8,7 @@ namespace tovrin::SessionRowText {
 
 std::string subtitle(const AgentSession& session, TimePoint now) {
     std::string text = ToolIdentity::named(session.tool).displayName;
+    if (session.host) text += " on " + *session.host;
     if (session.reason) {
         text += separator;
         text += *session.reason;
@@ -22,6 +23,7 @@ std::string ageSuffix(const AgentSession& session, TimePoint now) {
 std::string accessibleName(const AgentSession& session, TimePoint now) {
     std::string name = session.title.empty() ? std::string() : session.title + ", ";
     name += ToolIdentity::named(session.tool).displayName;
+    if (session.host) name += " on " + *session.host;
     name += ", ";
     name += rawValue(session.state);
     return name + ", " + RelativeTime::string(session.updatedAt, now);

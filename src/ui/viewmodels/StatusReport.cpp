@@ -38,7 +38,7 @@ void appendGroup(std::string& out, const char* heading, const std::vector<AgentS
         std::string line =
             "  " + printable(s.title) + "\n    " + printable(ToolIdentity::named(s.tool).displayName);
         if (s.reason) line += separator + printable(*s.reason);
-        line += separator + printable(s.projectPath());
+        line += separator + (s.host ? printable(*s.host) + ":" : std::string()) + printable(s.projectPath());
         line += separator + RelativeTime::string(s.updatedAt, now);
         out += line + '\n';
     }
@@ -101,6 +101,7 @@ std::string json(const std::vector<AgentSession>& sessions) {
             putOptional(locator, "app", s.locator->app);
             o["locator"] = std::move(locator);
         }
+        putOptional(o, "host", s.host);
         o["startedAt"] = formatIso8601(s.startedAt);
         o["updatedAt"] = formatIso8601(s.updatedAt);
         array.push_back(std::move(o));

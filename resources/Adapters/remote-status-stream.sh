@@ -13,6 +13,7 @@
 
 tovrin_stream() {
     dir=${1:-${AGENT_STATUS_DIR:-$HOME/.agent-status}}
+    # shellcheck disable=SC2088 # a literal "~": the caller quotes the folder for the login shell
     case $dir in
     "~") dir=$HOME ;;
     "~/"*) dir=$HOME/${dir#"~/"} ;;
@@ -48,17 +49,17 @@ tovrin_stream() {
     pids=
     last=
     first=yes
+    # shellcheck disable=SC2086 # $pids is split on purpose: numbers only
     while :; do
-        alive=$(alive_of $pids)
         signature="$(ls -ln "$dir" 2>/dev/null)
-$alive"
+$(alive_of $pids)"
         if [ "$first" = yes ] || [ "$signature" != "$last" ] || changed_since_stamp; then
+            # Stamp and listing come before the files are read: what changes meanwhile is sent again.
             : >"$stamp"
+            listing=$(ls -ln "$dir" 2>/dev/null)
             send_snapshot || exit 0
-            # The pids are those of the files just sent: their liveness is the rest of the signature.
-            alive=$(alive_of $pids)
-            last="$(ls -ln "$dir" 2>/dev/null)
-$alive"
+            last="$listing
+$sent_alive"
             first=no
         fi
         wait_for_change
@@ -70,14 +71,15 @@ changed_since_stamp() {
     [ -n "$(find "$dir" -newer "$stamp" -name '*.json' 2>/dev/null | head -n 1)" ]
 }
 
-# Prints the snapshot and leaves the pids its files name in $pids; fails when the output is gone.
+# Prints the snapshot, leaving the pids its files name in $pids and those sent as alive in
+# $sent_alive; fails when the output is gone.
 send_snapshot() {
     pids=
     count=0
     if [ -d "$dir" ]; then
         for path in "$dir"/*.json; do
             [ "$count" -lt "$max_files" ] || break
-            [ -f "$path" ] && [ ! -L "$path" ] || continue
+            if [ ! -f "$path" ] || [ -L "$path" ]; then continue; fi
             name=${path##*/}
             case $name in
             .* | *"$newline"*) continue ;;
@@ -96,13 +98,17 @@ send_snapshot() {
             pids="$pids $(sed -n 's/.*"pid"[[:space:]]*:[[:space:]]*\([0-9][0-9]*\).*/\1/p' "$copy" | head -n 4)"
         done
     fi
-    printf 'P%s\nE\n' "$(alive_of $pids | sed 's/^/ /' | tr -d '\n')"
+    # shellcheck disable=SC2086 # split on purpose: numbers only
+    sent_alive=$(alive_of $pids)
+    line=
+    for pid in $sent_alive; do line="$line $pid"; done
+    printf 'P%s\nE\n' "$line"
 }
 
 # The given pids that run here, one per line, sorted.
 alive_of() {
     for pid in "$@"; do
-        [ "${#pid}" -le 10 ] && [ "$pid" -gt 0 ] 2>/dev/null || continue
+        if [ "${#pid}" -gt 10 ] || ! [ "$pid" -gt 0 ] 2>/dev/null; then continue; fi
         if [ -d "/proc/$pid" ] || kill -0 "$pid" 2>/dev/null ||
             kill -0 "$pid" 2>&1 | grep -qi 'not permitted'; then
             echo "$pid"

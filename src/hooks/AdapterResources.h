@@ -7,8 +7,10 @@
 
 namespace tovrin {
 
-// The payload that ships beside the program: the status writer and one hook template per target.
+// The payload that ships beside the program: the status writer, one hook template per target, and
+// the script that streams a remote host's status folder.
 //   <root>/agent-status.sh
+//   <root>/remote-status-stream.sh
 //   <root>/configs/<templateName>.json
 struct AdapterResources {
     using Environment = std::function<std::optional<std::string>(const char* name)>;
@@ -23,6 +25,7 @@ struct AdapterResources {
     static Environment processEnvironment();
 
     std::filesystem::path writerSource() const { return root / "agent-status.sh"; }
+    std::filesystem::path remoteStreamScript() const { return root / "remote-status-stream.sh"; }
     std::filesystem::path templatePath(const std::string& templateName) const {
         return root / "configs" / (templateName + ".json");
     }

@@ -4,9 +4,12 @@
 #include "core/JsonFileDefaultsStore.h"
 #include "core/MainLoop.h"
 #include "core/PreferencesStore.h"
+#include "sessions/CombinedSessionReader.h"
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -20,15 +23,27 @@ struct UserSettings {
     PreferencesStore preferences;
 };
 
-// The session pipeline as every front end runs it: the reader over the status folder and the store
-// with an inotify watcher on that folder, alerting through the given channels.
+// The session pipeline as every front end runs it: the reader over this machine's status folder
+// and those of the remote hosts in the settings, and the store with an inotify watcher on the
+// local folder, alerting through the given channels. Each host's news runs a pass.
 class SessionTracking {
 public:
     SessionTracking(MainLoop& loop, const Clock& clock, PreferencesStore& preferences,
                     std::vector<std::shared_ptr<NotificationChannel>> channels = {});
 
-    SessionFileReader reader;
+    // Runs the event loop until every remote host has answered or failed once, at most `limit`:
+    // for a one-off look that should include them.
+    void awaitHosts(std::chrono::milliseconds limit);
+
+    SessionFileReader localReader;
+    CombinedSessionReader reader;
     SessionStore store;
+
+private:
+    bool allAnswered() const;
+
+    std::vector<bool> m_answered;
+    std::function<void()> m_onAllAnswered;
 };
 
 } // namespace tovrin

@@ -20,6 +20,14 @@ std::vector<AgentSession> CombinedSessionReader::readAll() {
     return sessions;
 }
 
+std::vector<UnreachableHost> CombinedSessionReader::unreachableHosts() const {
+    std::vector<UnreachableHost> hosts;
+    for (const auto& host : m_hosts)
+        if (host->link().state() == RemoteHostLinking::State::unreachable)
+            hosts.push_back({host->host(), host->link().problem()});
+    return hosts;
+}
+
 std::optional<bool> CombinedSessionReader::processAlive(const AgentSession& session) const {
     if (!session.host) return m_local.processAlive(session);
     const auto it = std::find_if(m_hosts.begin(), m_hosts.end(),

@@ -1,5 +1,7 @@
 #include "sessions/RemoteHostList.h"
 
+#include "sessions/SshDestination.h"
+
 #include <algorithm>
 
 namespace tovrin {
@@ -7,13 +9,8 @@ namespace tovrin {
 RemoteHostList::RemoteHostList(PreferencesStore& preferences) : m_preferences(preferences) {}
 
 Result<void> RemoteHostList::add(std::string_view destination) {
+    if (auto problem = sshDestinationProblem(destination)) return Result<void>::failure(std::move(*problem));
     const std::string host(destination);
-    if (host.empty()) return Result<void>::failure("No host given.");
-    if (host.front() == '-')
-        return Result<void>::failure("\"" + host + "\" would be read by ssh as an option.");
-    const bool plain =
-        std::all_of(host.begin(), host.end(), [](unsigned char c) { return c > 0x20 && c < 0x7f; });
-    if (!plain) return Result<void>::failure("\"" + host + "\" holds blanks or control characters.");
     auto hosts = m_preferences.remoteHosts();
     if (std::find(hosts.begin(), hosts.end(), host) != hosts.end())
         return Result<void>::failure(host + " is already watched.");

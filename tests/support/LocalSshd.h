@@ -36,7 +36,8 @@ public:
                exitStatusOf(spawnQuietly({"ssh", "-V"})) == 0;
     }
 
-    LocalSshd() : m_port(freePort()) {
+    // `remoteStatusDir`: the status folder that commands run there see as $AGENT_STATUS_DIR (no blanks).
+    explicit LocalSshd(const std::string& remoteStatusDir = "") : m_port(freePort()) {
         const auto& d = m_dir.path();
         for (const char* key : {"host_key", "user_key"}) {
             if (exitStatusOf(spawnQuietly(
@@ -46,15 +47,16 @@ public:
         m_dir.write("authorized_keys", readText(d / "user_key.pub"));
         m_dir.write("known_hosts", std::string(host) + " " + readText(d / "host_key.pub"));
         const std::string port = std::to_string(m_port);
-        m_dir.write("sshd_config", "Port " + port + "\nListenAddress 127.0.0.1\nHostKey " +
-                                       (d / "host_key").string() + "\nAuthorizedKeysFile " +
-                                       (d / "authorized_keys").string() + "\nPidFile " +
-                                       (d / "sshd.pid").string() +
-                                       "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
-                                       "KbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
-                                       // bash run by sshd reads ~/.bashrc unless nested; the tests
-                                       // must not depend on what the user's startup files do.
-                                       "SetEnv SHLVL=1\n");
+        m_dir.write("sshd_config",
+                    "Port " + port + "\nListenAddress 127.0.0.1\nHostKey " + (d / "host_key").string() +
+                        "\nAuthorizedKeysFile " + (d / "authorized_keys").string() + "\nPidFile " +
+                        (d / "sshd.pid").string() +
+                        "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
+                        "KbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
+                        // bash run by sshd reads ~/.bashrc unless nested; the tests
+                        // must not depend on what the user's startup files do.
+                        "SetEnv SHLVL=1" +
+                        (remoteStatusDir.empty() ? "" : " AGENT_STATUS_DIR=" + remoteStatusDir) + "\n");
         const passwd* user = ::getpwuid(::geteuid());
         m_dir.write("ssh_config",
                     std::string("Host ") + host + "\n  HostName 127.0.0.1\n  Port " + port + "\n  User " +

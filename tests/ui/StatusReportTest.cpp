@@ -88,6 +88,14 @@ TEST(StatusReportText, DetailsAreToolThenReasonOnlyWhenPresentThenProjectThenAge
               }));
 }
 
+TEST(StatusReportText, HostsOutOfReachAreNamedWithTheirReasonWhichCannotDriveTheTerminal) {
+    EXPECT_EQ(StatusReport::unreachable({}), "");
+    EXPECT_EQ(
+        StatusReport::unreachable({{"dev@build", "Connection refused\x1b[2J"}, {"box", ""}}),
+        "\n! dev@build can't be reached: Connection refused [2J; its sessions stay until they age out.\n"
+        "\n! box can't be reached; its sessions stay until they age out.\n");
+}
+
 TEST(StatusReportText, ControlCharactersFromTheAgentCannotReachTheTerminal) {
     auto s = sample("x", SessionState::waiting);
     s.title = "first\nsecond\x1b[2J\tthird\x7f";

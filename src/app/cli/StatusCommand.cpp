@@ -53,16 +53,25 @@ int runStatusCommand(int argc, char** argv) {
     SessionTracking tracking(loop, clock, settings.preferences);
 
     if (mode != Mode::follow) {
+        // A host's ssh gives up after its connect timeout; one that answers takes a second or two.
+        tracking.awaitHosts(std::chrono::seconds(15));
         tracking.store.refresh();
         const auto& sessions = tracking.store.sessions();
-        write(mode == Mode::json ? StatusReport::json(sessions) : StatusReport::text(sessions, clock.now()));
+        const auto unreachable = StatusReport::unreachable(tracking.reader.unreachableHosts());
+        if (mode == Mode::json) {
+            write(StatusReport::json(sessions));
+            std::fputs(unreachable.c_str(), stderr);
+        } else {
+            write(StatusReport::text(sessions, clock.now()) + unreachable);
+        }
         return 0;
     }
 
     const bool terminal = ::isatty(STDOUT_FILENO) == 1;
     // Each publication carries the new list; draw it as it arrives.
     auto redraw = tracking.store.sessions.observe([&](const std::vector<AgentSession>& sessions) {
-        write(followScreen(sessions, clock.now(), terminal));
+        write(followScreen(sessions, clock.now(), terminal) +
+              StatusReport::unreachable(tracking.reader.unreachableHosts()));
     });
     tracking.store.start();
     return QCoreApplication::exec();

@@ -74,7 +74,7 @@ int runWatchCommand(int argc, char** argv) {
     channels.insert(channels.begin(), std::make_shared<WaitingLinePrinter>(clock));
     SessionTracking tracking(loop, clock, settings.preferences, std::move(channels));
 
-    printOutputs(settings.preferences, alerts, tracking.reader.directory().string());
+    printOutputs(settings.preferences, alerts, tracking.localReader.directory().string());
     if (settings.preferences.notificationBannerEnabled()) alerts.banner().ensureCapabilitiesKnown();
     tracking.store.start();
     return QCoreApplication::exec();

@@ -1,5 +1,9 @@
 #include "platform/ssh/SshHostLink.h"
 
+#include "core/AsciiText.h"
+#include "hooks/HookTemplateRenderer.h"
+#include "sessions/SshDestination.h"
+
 #include <QProcess>
 #include <QStringList>
 #include <algorithm>
@@ -11,25 +15,6 @@ namespace {
 
 constexpr std::size_t maxErrorLine = 300;
 constexpr Seconds maxBackoff{60};
-
-// One word for the remote shell, whatever the folder's name holds.
-std::string shellQuoted(const std::string& text) {
-    std::string quoted = "'";
-    for (char c : text) {
-        if (c == '\'')
-            quoted += "'\\''";
-        else
-            quoted += c;
-    }
-    return quoted + "'";
-}
-
-std::string trimmed(std::string text) {
-    const auto blank = [](unsigned char c) { return c <= ' '; };
-    text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), blank));
-    text.erase(std::find_if_not(text.rbegin(), text.rend(), blank).base(), text.end());
-    return text;
-}
 
 } // namespace
 
@@ -49,12 +34,6 @@ SshHostLink::~SshHostLink() {
     process->kill();
 }
 
-bool SshHostLink::isValidDestination(std::string_view destination) {
-    return !destination.empty() && destination.front() != '-' &&
-           std::none_of(destination.begin(), destination.end(),
-                        [](unsigned char c) { return c <= ' ' || c == 0x7f; });
-}
-
 std::vector<std::string> SshHostLink::sshArguments() const {
     // Never a prompt; a dead connection noticed within a minute by ssh's own keep-alives.
     std::vector<std::string> arguments = {"-T"};
@@ -64,7 +43,7 @@ std::vector<std::string> SshHostLink::sshArguments() const {
     arguments.insert(arguments.end(), m_ssh.options.begin(), m_ssh.options.end());
     arguments.insert(arguments.end(), {m_destination, "sh", "-s", "--"});
     // ssh hands the words to the remote user's shell as one line.
-    if (!m_remoteFolder.empty()) arguments.push_back(shellQuoted(m_remoteFolder));
+    if (!m_remoteFolder.empty()) arguments.push_back(HookTemplateRenderer::shellQuoted(m_remoteFolder));
     return arguments;
 }
 
@@ -72,9 +51,9 @@ void SshHostLink::start(std::function<void()> onChange) {
     if (m_started) return;
     m_started = true;
     m_onChange = std::move(onChange);
-    if (!isValidDestination(m_destination)) {
+    if (auto refusal = sshDestinationProblem(m_destination)) {
         m_state = State::unreachable;
-        m_problem = "\"" + m_destination + "\" is not a host ssh can connect to";
+        m_problem = std::move(*refusal);
         changed();
         return;
     }
@@ -136,7 +115,8 @@ void SshHostLink::readErrors() {
     const QByteArray bytes = m_process->readAllStandardError();
     for (char c : bytes) {
         if (c == '\n') {
-            if (auto line = trimmed(std::exchange(m_errorLine, {})); !line.empty()) m_lastErrorLine = line;
+            if (auto line = std::string(AsciiText::trimmed(std::exchange(m_errorLine, {}))); !line.empty())
+                m_lastErrorLine = line;
         } else if (m_errorLine.size() < maxErrorLine) {
             m_errorLine += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
         }
@@ -160,7 +140,7 @@ void SshHostLink::ended(const std::string& fallback) {
     m_frames.reset();
 
     std::string why = m_refusal;
-    if (why.empty()) why = trimmed(m_errorLine);
+    if (why.empty()) why = AsciiText::trimmed(m_errorLine);
     if (why.empty()) why = m_lastErrorLine;
     if (why.empty()) why = fallback;
     m_state = State::unreachable;

@@ -40,9 +40,6 @@ public:
     std::string problem() const override { return m_problem; }
     const RemoteSnapshot& snapshot() const override { return m_snapshot; }
 
-    // Whether ssh takes this as a destination and nothing else: it must not read as an option.
-    static bool isValidDestination(std::string_view destination);
-
 private:
     std::vector<std::string> sshArguments() const;
     void connect();

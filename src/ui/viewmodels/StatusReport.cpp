@@ -75,6 +75,16 @@ std::string text(const std::vector<AgentSession>& sessions, TimePoint now) {
     return out;
 }
 
+std::string unreachable(const std::vector<UnreachableHost>& hosts) {
+    std::string out;
+    for (const auto& host : hosts) {
+        out += "\n! " + printable(host.host) + " can't be reached";
+        out += host.problem.empty() ? std::string() : ": " + printable(host.problem);
+        out += "; its sessions stay until they age out.\n";
+    }
+    return out;
+}
+
 std::string json(const std::vector<AgentSession>& sessions) {
     auto array = nlohmann::ordered_json::array();
     for (const auto& s : sessions) {

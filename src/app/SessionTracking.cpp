@@ -5,11 +5,11 @@
 #include "platform/linux/InstallationPaths.h"
 #include "platform/linux/StatusDirectoryWatcher.h"
 #include "platform/ssh/SshHostLink.h"
+#include "sessions/SshDestination.h"
 
 #include <QEventLoop>
 #include <QTimer>
 #include <algorithm>
-#include <cstdlib>
 
 namespace tovrin {
 namespace {
@@ -29,22 +29,35 @@ SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, Preferences
               return std::make_unique<StatusDirectoryWatcher>(directory, watcherDebounce,
                                                               std::move(onChange));
           },
-          loop, clock) {
-    const auto hosts = preferences.remoteHosts();
-    if (hosts.empty()) return;
-    const auto resources =
-        AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment());
-    if (!resources) return;
-    // Like git's GIT_SSH: a wrapper or another build of ssh, taking ssh's arguments.
-    SshCommand ssh;
-    if (const char* program = std::getenv("TOVRIN_SSH"); program && *program) ssh.program = program;
-    m_answered.assign(hosts.size(), false);
-    for (std::size_t i = 0; i < hosts.size(); ++i) {
-        auto link = std::make_unique<SshHostLink>(loop, hosts[i], "", resources->remoteStreamScript(), ssh);
+          loop, clock),
+      m_loop(loop) {
+    if (const auto resources =
+            AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment()))
+        m_streamScript = resources->remoteStreamScript();
+    m_sshProgram = sshProgram();
+    m_hostsSubscription = preferences.remoteHosts.observe(
+        [this](const std::vector<std::string>& hosts) { connectHosts(hosts); });
+}
+
+void SessionTracking::connectHosts(const std::vector<std::string>& hosts) {
+    if (!m_streamScript) return;
+    for (auto it = m_answered.begin(); it != m_answered.end();) {
+        if (std::find(hosts.begin(), hosts.end(), it->first) != hosts.end()) {
+            ++it;
+            continue;
+        }
+        reader.removeHost(it->first);
+        it = m_answered.erase(it);
+    }
+    for (const auto& host : hosts) {
+        if (m_answered.contains(host)) continue;
+        m_answered[host] = false;
+        auto link =
+            std::make_unique<SshHostLink>(m_loop, host, "", *m_streamScript, SshCommand{m_sshProgram, {}});
         auto* linkView = link.get();
-        reader.addHost(std::make_unique<RemoteHostSessions>(hosts[i], std::move(link)));
-        linkView->start([this, i, linkView] {
-            if (linkView->state() != RemoteHostLinking::State::connecting) m_answered[i] = true;
+        reader.addHost(std::make_unique<RemoteHostSessions>(host, std::move(link)));
+        linkView->start([this, host, linkView] {
+            if (linkView->state() != RemoteHostLinking::State::connecting) m_answered[host] = true;
             store.refresh();
             if (m_onAllAnswered && allAnswered()) m_onAllAnswered();
         });
@@ -52,7 +65,7 @@ SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, Preferences
 }
 
 bool SessionTracking::allAnswered() const {
-    return std::all_of(m_answered.begin(), m_answered.end(), [](bool answered) { return answered; });
+    return std::all_of(m_answered.begin(), m_answered.end(), [](const auto& entry) { return entry.second; });
 }
 
 void SessionTracking::awaitHosts(std::chrono::milliseconds limit) {

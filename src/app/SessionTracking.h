@@ -9,8 +9,12 @@
 #include "sessions/SessionStore.h"
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tovrin {
@@ -24,8 +28,9 @@ struct UserSettings {
 };
 
 // The session pipeline as every front end runs it: the reader over this machine's status folder
-// and those of the remote hosts in the settings, and the store with an inotify watcher on the
-// local folder, alerting through the given channels. Each host's news runs a pass.
+// and those of the remote hosts in the settings (followed as the settings change), and the store
+// with an inotify watcher on the local folder, alerting through the given channels. Each host's
+// news runs a pass.
 class SessionTracking {
 public:
     SessionTracking(MainLoop& loop, const Clock& clock, PreferencesStore& preferences,
@@ -40,10 +45,15 @@ public:
     SessionStore store;
 
 private:
+    void connectHosts(const std::vector<std::string>& hosts);
     bool allAnswered() const;
 
-    std::vector<bool> m_answered;
+    MainLoop& m_loop;
+    std::optional<std::filesystem::path> m_streamScript; // none: the payload is not installed
+    std::string m_sshProgram;
+    std::map<std::string, bool> m_answered; // by host: has it connected or failed once
     std::function<void()> m_onAllAnswered;
+    Subscription m_hostsSubscription;
 };
 
 } // namespace tovrin

@@ -34,6 +34,8 @@ void FocusManager::focusNow(const AgentSession& session) {
 }
 
 void FocusManager::revealNow(const AgentSession& session) {
+    // A remote session's folder is on its host, not here.
+    if (session.host) return;
     const std::string& path = session.projectPath();
     if (!path.empty()) m_revealer.reveal(path);
 }

@@ -1,5 +1,8 @@
 #include "focus/TerminalFocuser.h"
 
+#include "hooks/HookTemplateRenderer.h"
+#include "sessions/SshDestination.h"
+
 namespace tovrin {
 namespace {
 
@@ -10,6 +13,8 @@ bool given(const std::optional<std::string>& value) {
 } // namespace
 
 bool TerminalFocuser::focus(const AgentSession& session) {
+    if (session.host)
+        return focusRemote(*session.host, session.locator ? session.locator->tmuxPane : std::nullopt);
     if (!session.locator) return false;
     const Locator& locator = *session.locator;
 
@@ -30,6 +35,20 @@ bool TerminalFocuser::focus(const AgentSession& session) {
         return true;
     }
     return false;
+}
+
+// Always the end of the matter: this machine's editors, applications and folders are not where a
+// remote session runs.
+bool TerminalFocuser::focusRemote(const std::string& host, const std::optional<std::string>& tmuxPane) {
+    if (sshDestinationProblem(host)) return true;
+    if (given(tmuxPane)) {
+        // The pane id comes from the host's own file: quoted, it can only name a pane there.
+        const std::string pane = HookTemplateRenderer::shellQuoted(*tmuxPane);
+        m_shell.run(sshProgram(), {"-T", "-o", "BatchMode=yes", "-o", "ConnectTimeout=10", host,
+                                   "tmux select-pane -t " + pane + " \\; select-window -t " + pane});
+    }
+    m_tmuxHost.raiseWindowOfAny(m_sshClients(host));
+    return true;
 }
 
 } // namespace tovrin

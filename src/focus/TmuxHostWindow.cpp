@@ -56,10 +56,14 @@ std::vector<std::int64_t> TmuxHostWindow::clientsByActivity(std::string_view lis
 bool TmuxHostWindow::raise(const std::string& pane) {
     if (!m_windows.available()) return false;
     const std::optional<std::string> listing = m_shell.output("tmux", listClientsArguments(pane));
-    if (!listing) return false;
+    return listing && raiseWindowOfAny(clientsByActivity(*listing));
+}
+
+bool TmuxHostWindow::raiseWindowOfAny(const std::vector<std::int64_t>& pids) {
+    if (pids.empty() || !m_windows.available()) return false;
     const std::vector<WindowInfo> windows = m_windows.normalWindows();
-    for (const std::int64_t client : clientsByActivity(*listing)) {
-        if (const auto window = windowOfAncestor(client, windows)) return m_windows.activate(*window);
+    for (const std::int64_t pid : pids) {
+        if (const auto window = windowOfAncestor(pid, windows)) return m_windows.activate(*window);
     }
     return false;
 }

@@ -28,6 +28,8 @@ public:
     // Tries the clients of the pane's session, most recently active first; false when none
     // leads to a window.
     bool raise(const std::string& pane);
+    // Raises the window of the first of these processes that leads to one through its ancestors.
+    bool raiseWindowOfAny(const std::vector<std::int64_t>& pids);
 
     // The query whose output `clientsByActivity` reads.
     static std::vector<std::string> listClientsArguments(const std::string& pane);

@@ -10,6 +10,10 @@ void CombinedSessionReader::addHost(std::unique_ptr<RemoteHostSessions> host) {
     m_hosts.push_back(std::move(host));
 }
 
+void CombinedSessionReader::removeHost(const std::string& host) {
+    std::erase_if(m_hosts, [&](const auto& each) { return each->host() == host; });
+}
+
 std::vector<AgentSession> CombinedSessionReader::readAll() {
     auto sessions = m_local.readAll();
     for (const auto& host : m_hosts) {

@@ -4,9 +4,18 @@
 #include "sessions/ProcessLiveness.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace tovrin {
+
+// A remote host out of reach, and why in the words of ssh or of the stream.
+struct UnreachableHost {
+    std::string host;
+    std::string problem;
+
+    bool operator==(const UnreachableHost&) const = default;
+};
 
 // The source of decoded status files. Never fails: what cannot be read is left out.
 class SessionReading {
@@ -20,6 +29,9 @@ public:
         if (!session.pid) return std::nullopt;
         return processExists(*session.pid);
     }
+
+    // The remote hosts whose sessions can't be had just now; this machine's folder is never one.
+    virtual std::vector<UnreachableHost> unreachableHosts() const { return {}; }
 };
 
 } // namespace tovrin

@@ -36,8 +36,8 @@ SessionStore::SessionStore(SessionReading& reader, PreferencesStore& preferences
                            std::vector<std::shared_ptr<NotificationChannel>> channels,
                            WatcherFactory makeWatcher, MainLoop& loop, const Clock& clock)
     : sessions(objectWillChange, {}), aggregate(objectWillChange, AggregateStatus::neutral()),
-      m_reader(reader), m_preferences(preferences), m_channels(std::move(channels)),
-      m_makeWatcher(std::move(makeWatcher)), m_loop(loop), m_clock(clock) {}
+      unreachableHosts(objectWillChange, {}), m_reader(reader), m_preferences(preferences),
+      m_channels(std::move(channels)), m_makeWatcher(std::move(makeWatcher)), m_loop(loop), m_clock(clock) {}
 
 void SessionStore::start() {
     if (m_started) return;
@@ -93,6 +93,8 @@ void SessionStore::refresh() {
 
     detectWaitingTransitions(list);
     const auto rollUp = AggregateStatus::from(list);
+    if (auto away = m_reader.unreachableHosts(); away != unreachableHosts())
+        unreachableHosts.set(std::move(away));
     sessions.set(std::move(list));
     aggregate.set(rollUp);
 }

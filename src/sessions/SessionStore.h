@@ -44,6 +44,8 @@ public:
     // Newest `updatedAt` first. Observers hear every assignment, also of an equal value.
     Property<std::vector<AgentSession>> sessions;
     Property<AggregateStatus> aggregate;
+    // Assigned on every pass, before the list.
+    Property<std::vector<UnreachableHost>> unreachableHosts;
 
     // Starts the watcher, the tick, the reminder and the settings subscription, then runs the
     // first pass, so that the list reflects the folder when this returns. Once only.

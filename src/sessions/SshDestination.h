@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,13 @@ inline std::optional<std::string> sshDestinationProblem(std::string_view destina
     if (!std::all_of(host.begin(), host.end(), [](unsigned char c) { return c > 0x20 && c != 0x7f; }))
         return "\"" + host + "\" holds blanks or control characters.";
     return std::nullopt;
+}
+
+// The program that runs ssh: $TOVRIN_SSH when set (a wrapper or another build, like git's GIT_SSH,
+// taking ssh's arguments), else ssh from the PATH.
+inline std::string sshProgram() {
+    const char* program = std::getenv("TOVRIN_SSH");
+    return program && *program ? program : "ssh";
 }
 
 } // namespace tovrin

@@ -75,5 +75,40 @@ TEST(TerminalFocuserTest, TheFirstAttemptThatAppliesDecides) {
     }
 }
 
+TEST(TerminalFocuserTest, ARemotePaneIsChosenOverSshAndTheTerminalRunningSshToItsHostRaised) {
+    test::FocusLog log;
+    test::FakeProcessRunner processes(log);
+    test::RecordingShell shell(processes, log, {"/usr/bin/ssh", "/usr/bin/tmux"});
+    test::FakeWindowSystem windows;
+    windows.windows = {{10, "~", "konsole", "konsole", 40}};
+    test::FakeAppActivator activator(log);
+    std::vector<std::string> askedFor;
+    TerminalFocuser focuser(
+        shell, windows, activator,
+        [](std::int64_t pid) { return pid == 60 ? std::optional<std::int64_t>(40) : std::nullopt; },
+        [&](const std::string& host) {
+            askedFor.push_back(host);
+            return std::vector<std::int64_t>{60};
+        });
+    AgentSession session;
+    session.host = "dev@build";
+    // A pane id from the host's file is one quoted word there, whatever it holds.
+    session.locator = Locator{.tmuxPane = "%3'; touch x", .app = "SomeApp"};
+
+    EXPECT_TRUE(focuser.focus(session));
+    EXPECT_EQ(log.entries(),
+              Log{"start /usr/bin/ssh -T -o BatchMode=yes -o ConnectTimeout=10 dev@build "
+                  "tmux select-pane -t '%3'\\''; touch x' \\; select-window -t '%3'\\''; touch x'"});
+    EXPECT_EQ(askedFor, std::vector<std::string>{"dev@build"});
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{10});
+
+    // Without a pane, or with nothing local to raise, it still ends there: no local app or folder.
+    session.locator.reset();
+    windows.activated.clear();
+    EXPECT_TRUE(focuser.focus(session));
+    EXPECT_EQ(log.entries().size(), 1u) << "no second ssh";
+    EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{10});
+}
+
 } // namespace
 } // namespace tovrin

@@ -84,6 +84,7 @@ TEST_F(RemoteHostSessionsTest, TheHostTellsWhichAgentsRunAndAnUnreachableHostsSe
     // Out of reach, the host's word on liveness is stale: the kept snapshot ages out by itself.
     remote->deliver({{{"b.json", remoteFile("fresh", working, 0, 700)}}, {}});
     remote->lose("Connection refused");
+    EXPECT_EQ(store.unreachableHosts(), (std::vector<UnreachableHost>{{"build", "Connection refused"}}));
     EXPECT_EQ(ids(), (std::vector<std::string>{"claude-code__s1", "build:claude-code__fresh"}));
     local.set({});
     loop.advance(ttl + SessionStore::tickInterval);

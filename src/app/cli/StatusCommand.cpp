@@ -57,7 +57,7 @@ int runStatusCommand(int argc, char** argv) {
         tracking.awaitHosts(std::chrono::seconds(15));
         tracking.store.refresh();
         const auto& sessions = tracking.store.sessions();
-        const auto unreachable = StatusReport::unreachable(tracking.reader.unreachableHosts());
+        const auto unreachable = StatusReport::unreachable(tracking.store.unreachableHosts());
         if (mode == Mode::json) {
             write(StatusReport::json(sessions));
             std::fputs(unreachable.c_str(), stderr);
@@ -71,7 +71,7 @@ int runStatusCommand(int argc, char** argv) {
     // Each publication carries the new list; draw it as it arrives.
     auto redraw = tracking.store.sessions.observe([&](const std::vector<AgentSession>& sessions) {
         write(followScreen(sessions, clock.now(), terminal) +
-              StatusReport::unreachable(tracking.reader.unreachableHosts()));
+              StatusReport::unreachable(tracking.store.unreachableHosts()));
     });
     tracking.store.start();
     return QCoreApplication::exec();

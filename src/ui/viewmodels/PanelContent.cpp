@@ -19,4 +19,8 @@ LabelledSymbol floatingWindowToggle(bool showFloatingChip) {
     return {"Show floating window", "eye"};
 }
 
+std::string unreachableHostNotice(const UnreachableHost& away) {
+    return away.host + " can't be reached" + (away.problem.empty() ? "" : ": " + away.problem);
+}
+
 } // namespace tovrin::PanelContent

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "sessions/AggregateStatus.h"
+#include "sessions/SessionReading.h"
 #include "ui/viewmodels/ForgePalette.h"
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tovrin::PanelContent {
@@ -14,6 +16,9 @@ inline constexpr std::string_view emptyStateText = "No agents are stirring.";
 
 // The brand line burns red while anything waits, amber while anything works, and lies cold otherwise.
 std::optional<FlamePalette> aggregateFlame(const AggregateStatus& aggregate);
+
+// Under the list: a host whose sessions can't be had, and why.
+std::string unreachableHostNotice(const UnreachableHost& away);
 
 struct LabelledSymbol {
     std::string_view text;

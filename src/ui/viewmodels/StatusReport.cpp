@@ -2,6 +2,7 @@
 
 #include "core/Iso8601.h"
 #include "hooks/ToolIdentity.h"
+#include "ui/viewmodels/PanelContent.h"
 #include "ui/viewmodels/RelativeTime.h"
 #include "ui/viewmodels/SessionSections.h"
 
@@ -78,9 +79,8 @@ std::string text(const std::vector<AgentSession>& sessions, TimePoint now) {
 std::string unreachable(const std::vector<UnreachableHost>& hosts) {
     std::string out;
     for (const auto& host : hosts) {
-        out += "\n! " + printable(host.host) + " can't be reached";
-        out += host.problem.empty() ? std::string() : ": " + printable(host.problem);
-        out += "; its sessions stay until they age out.\n";
+        out += "\n! " + printable(PanelContent::unreachableHostNotice(host)) +
+               "; its sessions stay until they age out.\n";
     }
     return out;
 }

@@ -1,5 +1,6 @@
 #include "ui/viewmodels/TrayViewModel.h"
 
+#include "ui/viewmodels/PanelContent.h"
 #include "ui/viewmodels/SessionSections.h"
 
 #include <algorithm>
@@ -57,6 +58,10 @@ void TrayViewModel::apply(const std::vector<AgentSession>& sessions, const Aggre
         rolledTitle(working(), m_workingSection, TrayPhrases::working, TrayPhrases::workingFallback));
     restingTitle.set(
         rolledTitle(idle(), m_restingSection, TrayPhrases::resting, TrayPhrases::restingFallback));
+    std::vector<std::string> notices;
+    for (const auto& away : m_store.unreachableHosts())
+        notices.push_back(PanelContent::unreachableHostNotice(away));
+    if (notices != hostNotices()) hostNotices.set(std::move(notices));
 }
 
 std::string TrayViewModel::rolledTitle(const std::vector<AgentSession>& list,

@@ -75,6 +75,8 @@ public:
     Property<std::string> waitingTitle{objectWillChange, std::string(TrayPhrases::waitingFallback)};
     Property<std::string> workingTitle{objectWillChange, std::string(TrayPhrases::workingFallback)};
     Property<std::string> restingTitle{objectWillChange, std::string(TrayPhrases::restingFallback)};
+    // One line per remote host out of reach, under the list.
+    Property<std::vector<std::string>> hostNotices{objectWillChange, {}};
 
     // Chooses between the session list and the empty state.
     bool hasSessions() const;

@@ -27,7 +27,7 @@ MenuContentView::MenuContentView(TrayViewModel& model, PreferencesStore& prefere
     : QWidget(parent), m_model(model), m_header(new PanelHeader(this)), m_list(new SessionListView(model)),
       m_scroller(new SessionScroller(m_list, this)),
       m_empty(new ElidedLabel(ForgeStyle::systemFont(14), ForgeStyle::qColor(ForgeTheme::ash), this)),
-      m_toggle(new FloatingWindowToggle(preferences, this)),
+      m_hostNoticeBox(new QWidget(this)), m_toggle(new FloatingWindowToggle(preferences, this)),
       m_footer(new AppActionsFooter(std::move(actions), this)) {
     ViewAccessibility::install();
     setFixedWidth(panelWidth);
@@ -42,6 +42,10 @@ MenuContentView::MenuContentView(TrayViewModel& model, PreferencesStore& prefere
     column->addWidget(new BronzeHairline(this));
     column->addWidget(m_scroller);
     column->addWidget(m_empty);
+    column->addWidget(m_hostNoticeBox);
+    auto* notices = new QVBoxLayout(m_hostNoticeBox);
+    notices->setContentsMargins(18, 4, 18, 10);
+    notices->setSpacing(2);
     column->addWidget(new BronzeHairline(this));
     column->addWidget(m_toggle);
     column->addWidget(new BronzeHairline(this));
@@ -57,6 +61,24 @@ void MenuContentView::refresh() {
     const bool hasSessions = m_model.hasSessions();
     m_scroller->setVisible(hasSessions);
     m_empty->setVisible(!hasSessions);
+
+    const auto& notices = m_model.hostNotices();
+    while (m_hostNotices.size() > notices.size()) {
+        delete m_hostNotices.back();
+        m_hostNotices.pop_back();
+    }
+    while (m_hostNotices.size() < notices.size()) {
+        m_hostNotices.push_back(new ElidedLabel(ForgeStyle::systemFont(12),
+                                                ForgeStyle::qColor(ForgeTheme::ember), m_hostNoticeBox));
+        m_hostNoticeBox->layout()->addWidget(m_hostNotices.back());
+    }
+    for (std::size_t i = 0; i < notices.size(); ++i) {
+        const auto text = QString::fromStdString(notices[i]);
+        m_hostNotices[i]->setText(text);
+        m_hostNotices[i]->setToolTip(text);
+        m_hostNotices[i]->setAccessibleName(text);
+    }
+    m_hostNoticeBox->setVisible(!notices.empty());
 }
 
 void MenuContentView::setListHeightLimit(int limit) {

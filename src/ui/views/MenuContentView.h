@@ -3,6 +3,7 @@
 #include "ui/views/AppActionsFooter.h"
 
 #include <QWidget>
+#include <vector>
 
 namespace tovrin {
 
@@ -30,6 +31,8 @@ public:
     PanelHeader* header() const { return m_header; }
     SessionListView* sessionList() const { return m_list; }
     ElidedLabel* emptyState() const { return m_empty; }
+    // One line per remote host out of reach.
+    const std::vector<ElidedLabel*>& hostNotices() const { return m_hostNotices; }
     FloatingWindowToggle* floatingWindowToggle() const { return m_toggle; }
     AppActionsFooter* footer() const { return m_footer; }
     // Without the session list: what is left when the list is given no room.
@@ -48,6 +51,8 @@ private:
     SessionListView* m_list;
     SessionScroller* m_scroller;
     ElidedLabel* m_empty;
+    QWidget* m_hostNoticeBox;
+    std::vector<ElidedLabel*> m_hostNotices;
     FloatingWindowToggle* m_toggle;
     AppActionsFooter* m_footer;
 };

@@ -71,6 +71,26 @@ TEST_F(MenuContentViewTest, WithoutSessionsShowsTheEmptyStateAndNoHeading) {
     test::saveArtifact(image, QStringLiteral("panel-empty"));
 }
 
+TEST_F(MenuContentViewTest, AHostOutOfReachIsALineUnderTheListUntilItIsBack) {
+    const auto remote = [&] {
+        auto s = fixture.make("codex-cli", "r", waiting);
+        s.host = "dev@build";
+        return s;
+    }();
+    fixture.store.unreachableHosts.set({{"dev@build", "Connection refused"}, {"box", ""}});
+    fixture.publish({remote});
+    ASSERT_EQ(view->hostNotices().size(), 2u);
+    EXPECT_TRUE(view->hostNotices()[0]->isVisible());
+    EXPECT_EQ(view->hostNotices()[0]->text(),
+              QStringLiteral("dev@build can't be reached: Connection refused"));
+    EXPECT_EQ(view->hostNotices()[1]->accessibleName(), QStringLiteral("box can't be reached"));
+    test::saveArtifact(draw(), QStringLiteral("panel-host-unreachable"));
+
+    fixture.store.unreachableHosts.set({});
+    fixture.publish({remote});
+    EXPECT_TRUE(view->hostNotices().empty());
+}
+
 TEST_F(MenuContentViewTest, SessionsInOneStateShowOnlyThatSection) {
     fixture.publish(
         {fixture.make("codex-cli", "k1", working, 30), fixture.make("claude-code", "k2", working, 200)});

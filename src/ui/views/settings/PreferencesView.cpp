@@ -8,6 +8,7 @@
 #include "ui/views/ViewAccessibility.h"
 #include "ui/views/settings/AlertsSettingsPage.h"
 #include "ui/views/settings/GeneralSettingsPage.h"
+#include "ui/views/settings/HostsSection.h"
 #include "ui/views/settings/SettingsPage.h"
 #include "ui/views/settings/SettingsRows.h"
 #include "ui/views/settings/SettingsSidebar.h"
@@ -67,6 +68,7 @@ PreferencesView::PreferencesView(const PreferencesEnvironment& environment, QWid
     m_pages->addWidget(new AlertsSettingsPage(m_environment.preferences, m_environment.sounds));
     auto* connectors = new SettingsPage;
     connectors->addGroup(new TelegramSection(m_environment.telegram, m_environment.preferences));
+    connectors->addGroup(new HostsSection(m_environment.preferences));
     m_pages->addWidget(connectors);
     m_pages->addWidget(new WindowSettingsPage(m_environment.preferences, m_environment.shortcuts));
     m_pages->addWidget(new ToolsSettingsPage(m_environment.preferences, m_hooks.get()));

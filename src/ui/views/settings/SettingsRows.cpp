@@ -6,6 +6,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 
 namespace tovrin::SettingsRows {
 
@@ -30,6 +31,14 @@ QHBoxLayout* labelled(QLabel* label, QWidget* control) {
     label->setBuddy(control);
     control->setAccessibleName(label->text());
     return row;
+}
+
+QPushButton* actionButton(std::string_view text, std::function<void()> action, QWidget* parent) {
+    auto* button = new QPushButton(qText(text), parent);
+    button->setAccessibleName(button->text());
+    button->setFont(ForgeStyle::systemFont(13));
+    QObject::connect(button, &QPushButton::clicked, button, std::move(action));
+    return button;
 }
 
 ForgeToggle* toggle(std::string_view text, std::function<void(bool)> write, QWidget* parent) {

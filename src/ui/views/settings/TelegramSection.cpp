@@ -43,14 +43,6 @@ void setTextColor(QLabel* label, const QColor& color) {
     label->setPalette(palette);
 }
 
-QPushButton* actionButton(std::string_view text, std::function<void()> action, QWidget* parent) {
-    auto* button = new QPushButton(qText(text), parent);
-    button->setAccessibleName(button->text());
-    button->setFont(ForgeStyle::systemFont(bodySize));
-    QObject::connect(button, &QPushButton::clicked, button, std::move(action));
-    return button;
-}
-
 QLabel* dimLabel(QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setFont(ForgeStyle::systemFont(bodySize));
@@ -100,17 +92,17 @@ TelegramSection::TelegramSection(TelegramSettingsViewModel& model, PreferencesSt
     addRow(m_token);
 
     // The model's operations answer later on the main loop; the phase tells when.
-    m_verify = actionButton(
+    m_verify = SettingsRows::actionButton(
         TelegramSettingsText::verifyButton, [this] { m_model.verify(); }, this);
     m_botUsername = dimLabel(this);
     addRow(buttonRow(m_verify, m_botUsername));
 
-    m_link = actionButton(
+    m_link = SettingsRows::actionButton(
         TelegramSettingsText::linkButton, [this] { m_model.linkChat(); }, this);
     m_chat = dimLabel(this);
     addRow(buttonRow(m_link, m_chat));
 
-    m_test = actionButton(
+    m_test = SettingsRows::actionButton(
         TelegramSettingsText::testButton, [this] { m_model.sendTest(); }, this);
     addRow(buttonRow(m_test, nullptr));
 

@@ -55,6 +55,7 @@ bench:
 	@$(MAKE) --no-print-directory build PRESET=release
 	@build/release/bench/tovrin_refresh_bench
 	@build/release/bench/tovrin_alert_latency_bench
+	@build/release/bench/tovrin_remote_hosts_bench
 	@bench/watch-memory.sh build/release
 	@bench/writer-payloads.sh
 	@bench/desktop.sh build/release

@@ -8,6 +8,7 @@
 #include "support/QtEventLoopTest.h"
 #include "support/TempDir.h"
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <set>
@@ -120,6 +121,39 @@ TEST_F(SshHostLinkTest, AVanishedHostIsUnreachableWithItsLastSnapshotUntilItIsBa
     EXPECT_EQ(link->snapshot(), last);
 }
 
+TEST_F(SshHostLinkTest, TwentyHostsAtOnceFollowTheirOwnFoldersAndOneVanishingDisturbsNone) {
+    constexpr int hosts = 20;
+    const std::string self = statusNaming(::getpid());
+    std::vector<std::unique_ptr<SshHostLink>> links;
+    int drops = 0;
+    for (int i = 0; i < hosts; ++i) {
+        remote.write(std::to_string(i) + "/a.json", self);
+        links.push_back(linkTo(remote.path() / std::to_string(i)));
+        links.back()->start([&, i] { drops += links[i]->state() != State::connected; });
+    }
+    test::LocalSshd other;
+    SshHostLink gone(loop, test::LocalSshd::host, remote.path().string(), streamScript(),
+                     SshCommand{"ssh", {"-F", other.config().string()}});
+    gone.start([] {});
+    const auto all = [&](auto&& holds) { return std::all_of(links.begin(), links.end(), holds); };
+    ASSERT_TRUE(pumpUntil(
+        [&] {
+            return gone.state() == State::connected &&
+                   all([](const auto& link) { return link->state() == State::connected; });
+        },
+        20s));
+    for (const auto& link : links)
+        EXPECT_EQ(link->snapshot(), (RemoteSnapshot{{{"a.json", self}}, {::getpid()}}));
+
+    other.kill();
+    for (int i = 0; i < hosts; ++i)
+        remote.write(std::to_string(i) + "/b.json", statusNaming(i + 1));
+    EXPECT_TRUE(pumpUntil(
+        [&] { return all([](const auto& link) { return link->snapshot().files.size() == 2; }); }, 10s));
+    EXPECT_EQ(gone.state(), State::unreachable);
+    EXPECT_EQ(drops, 0);
+}
+
 // Stand-ins for ssh: shell scripts that answer in their own way.
 class SshHostLinkStandInTest : public test::QtEventLoopTest {
 protected:
@@ -169,6 +203,36 @@ TEST_F(SshHostLinkStandInTest, ADestinationThatReadsAsAnOptionNeverReachesSsh) {
     EXPECT_EQ(link.state(), State::unreachable);
     EXPECT_NE(link.problem(), "");
     EXPECT_EQ(runningChildren(), before); // QProcess forks before start() returns
+}
+
+TEST_F(SshHostLinkStandInTest, ASlowOrSilentHostNeverBlocksTheLoopNorShowsHalfASnapshot) {
+    // A first snapshot at once, then a second in pieces: the first piece, then the rest after "go".
+    const std::string body =
+        "cd \"$(dirname \"$0\")\"\n"
+        "printf 'tovrin-status-stream 1\\nF 2 a.json\\n{}\\nP\\nE\\nF 2 a.json\\n{}\\nF 2 b'; touch part\n"
+        "while [ ! -e go ]; do sleep 0.05; done\n"
+        "for piece in '.json\\n{' '}\\n' 'P 1' '\\nE\\n'; do printf \"$piece\"; sleep 0.1; done\n"
+        "exec sleep 60";
+    SshHostLink slow(loop, "h", "", streamScript(), SshCommand{standIn(body).string(), {}});
+    SshHostLink silent(loop, "h", "", streamScript(), SshCommand{standIn("exec sleep 60").string(), {}});
+    std::vector<RemoteSnapshot> shown;
+    slow.start([&] { shown.push_back(slow.snapshot()); });
+    silent.start([] {});
+    const RemoteSnapshot first{{{"a.json", "{}"}}, {}};
+    const RemoteSnapshot second{{{"a.json", "{}"}, {"b.json", "{}"}}, {1}};
+
+    ASSERT_TRUE(pumpUntil([&] { return fs::exists(dir.path() / "part"); }));
+    bool ran = false;
+    loop.post([&] { ran = true; });
+    EXPECT_TRUE(pumpUntil([&] { return ran; }, 1s));
+    pumpFor(100ms);
+    EXPECT_EQ(shown, std::vector{first});
+
+    dir.write("go", "");
+    ASSERT_TRUE(pumpUntil([&] { return shown.size() == 2; }));
+    EXPECT_EQ(shown, (std::vector{first, second}));
+    EXPECT_EQ(silent.state(), State::connecting);
+    EXPECT_EQ(silent.snapshot(), RemoteSnapshot{});
 }
 
 } // namespace

@@ -53,6 +53,9 @@ public:
                         (d / "sshd.pid").string() +
                         "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
                         "KbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
+                        // It stands for many hosts at once: past 10 handshakes at a time, sshd
+                        // by default drops some new connections at random.
+                        "MaxStartups 100\n"
                         // bash run by sshd reads ~/.bashrc unless nested; the tests
                         // must not depend on what the user's startup files do.
                         "SetEnv SHLVL=1" +

@@ -9,7 +9,6 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <algorithm>
-#include <cstdlib>
 
 namespace tovrin {
 namespace {
@@ -35,9 +34,7 @@ SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, Preferences
     const auto resources =
         AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment());
     if (!resources) return;
-    // Like git's GIT_SSH: a wrapper or another build of ssh, taking ssh's arguments.
-    SshCommand ssh;
-    if (const char* program = std::getenv("TOVRIN_SSH"); program && *program) ssh.program = program;
+    const auto ssh = SshCommand::fromEnvironment();
     m_answered.assign(hosts.size(), false);
     for (std::size_t i = 0; i < hosts.size(); ++i) {
         auto link = std::make_unique<SshHostLink>(loop, hosts[i], "", resources->remoteStreamScript(), ssh);

@@ -26,6 +26,7 @@ complete -c tovrin -n "__fish_seen_subcommand_from hooks; and not __fish_seen_su
 complete -c tovrin -n "__fish_seen_subcommand_from hooks; and not __fish_seen_subcommand_from $hook_actions" -a uninstall -d 'Remove the hooks of one agent'
 complete -c tovrin -n "__fish_seen_subcommand_from hooks; and not __fish_seen_subcommand_from $hook_actions" -a remove-all -d 'Remove every hook and the status writer'
 complete -c tovrin -n "__fish_seen_subcommand_from hooks; and __fish_seen_subcommand_from install uninstall; and not __fish_seen_subcommand_from $hook_ids" -a "$hook_ids"
+complete -c tovrin -n "__fish_seen_subcommand_from hooks; and __fish_seen_subcommand_from install uninstall; and __fish_seen_subcommand_from $hook_ids" -l host -x -a "(__fish_print_hostnames)" -d 'Install or remove on a remote host, over ssh'
 
 complete -c tovrin -n "__fish_seen_subcommand_from telegram; and not __fish_seen_subcommand_from setup" -a setup -d 'Link a Telegram chat step by step'
 complete -c tovrin -n "__fish_seen_subcommand_from update; and not __fish_seen_argument -l check" -l check -d 'Tell whether a newer release is available'

@@ -5,7 +5,6 @@
 #include "platform/linux/InstallationPaths.h"
 #include "platform/linux/StatusDirectoryWatcher.h"
 #include "platform/ssh/SshHostLink.h"
-#include "sessions/SshDestination.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -34,7 +33,7 @@ SessionTracking::SessionTracking(MainLoop& loop, const Clock& clock, Preferences
     if (const auto resources =
             AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment()))
         m_streamScript = resources->remoteStreamScript();
-    m_sshProgram = sshProgram();
+    m_ssh = SshCommand::fromEnvironment();
     m_hostsSubscription = preferences.remoteHosts.observe(
         [this](const std::vector<std::string>& hosts) { connectHosts(hosts); });
 }
@@ -52,8 +51,7 @@ void SessionTracking::connectHosts(const std::vector<std::string>& hosts) {
     for (const auto& host : hosts) {
         if (m_answered.contains(host)) continue;
         m_answered[host] = false;
-        auto link =
-            std::make_unique<SshHostLink>(m_loop, host, "", *m_streamScript, SshCommand{m_sshProgram, {}});
+        auto link = std::make_unique<SshHostLink>(m_loop, host, "", *m_streamScript, m_ssh);
         auto* linkView = link.get();
         reader.addHost(std::make_unique<RemoteHostSessions>(host, std::move(link)));
         linkView->start([this, host, linkView] {

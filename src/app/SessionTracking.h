@@ -4,6 +4,7 @@
 #include "core/JsonFileDefaultsStore.h"
 #include "core/MainLoop.h"
 #include "core/PreferencesStore.h"
+#include "platform/ssh/SshCommand.h"
 #include "sessions/CombinedSessionReader.h"
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"
@@ -50,7 +51,7 @@ private:
 
     MainLoop& m_loop;
     std::optional<std::filesystem::path> m_streamScript; // none: the payload is not installed
-    std::string m_sshProgram;
+    SshCommand m_ssh;
     std::map<std::string, bool> m_answered; // by host: has it connected or failed once
     std::function<void()> m_onAllAnswered;
     Subscription m_hostsSubscription;

@@ -29,6 +29,8 @@ constexpr const char* usage =
     "  hooks setup       install hooks for every agent found that is on by default\n"
     "  hooks install <id> | uninstall <id>\n"
     "                    install or remove the hooks of one agent\n"
+    "  hooks install <id> --host <destination> | uninstall <id> --host <destination>\n"
+    "                    the same on a remote host, over ssh\n"
     "  hooks remove-all  remove every hook and the status writer\n"
     "  hosts             list the remote hosts watched over ssh\n"
     "  hosts add <destination> | remove <destination>\n"

@@ -72,6 +72,14 @@ Result<void> keepOriginal(const fs::path& path, mode_t mode) {
 
 } // namespace
 
+Result<std::string> HookFileStore::contentFor(const json& object, const fs::path& path) {
+    auto text = ForeignJson::pretty(object);
+    if (text) return std::move(text).value();
+    return Result<std::string>::failure(text.error() == ForeignJson::PrintProblem::tooLarge
+                                            ? HookFileError::tooLargeToWrite(path)
+                                            : HookFileError::unencodable(path));
+}
+
 fs::path HookFileStore::backupPath(const fs::path& path) {
     return withSuffix(path, ".tovrin.bak");
 }
@@ -110,12 +118,8 @@ Result<void> HookFileStore::write(const json& object, const fs::path& path, bool
         if (auto refusal = refusalToChange(path, *existing)) return Result<void>::failure(*refusal);
     }
     // Printed before anything is touched, so that a document we can't write changes nothing.
-    auto text = ForeignJson::pretty(object);
-    if (!text) {
-        return Result<void>::failure(text.error() == ForeignJson::PrintProblem::tooLarge
-                                         ? HookFileError::tooLargeToWrite(path)
-                                         : HookFileError::unencodable(path));
-    }
+    auto text = contentFor(object, path);
+    if (!text) return Result<void>::failure(text.error());
     if (path.has_parent_path()) {
         std::error_code error;
         fs::create_directories(path.parent_path(), error);

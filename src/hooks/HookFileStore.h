@@ -14,6 +14,8 @@ public:
                        bool isUsersOwn) override;
     Result<void> remove(const std::filesystem::path& path) override;
 
+    // The text a document is written as, the same on every host; or why it can't be written.
+    static Result<std::string> contentFor(const nlohmann::json& object, const std::filesystem::path& path);
     static std::filesystem::path backupPath(const std::filesystem::path& path);
     static std::filesystem::path originalPath(const std::filesystem::path& path);
 };

@@ -1,6 +1,5 @@
 #include "hooks/HookInstallManager.h"
 
-#include "core/AtomicFile.h"
 #include "hooks/HookConfigMerger.h"
 #include "hooks/HookFileError.h"
 #include "hooks/HookFileStore.h"
@@ -15,8 +14,9 @@ HookInstallManager::HookInstallManager(AdapterResources resources, WriterInstall
       m_renderer(std::move(renderer)), m_store(std::move(store)), m_vsCode(std::move(vsCode)) {}
 
 HookInstallManager HookInstallManager::forHome(const fs::path& home, AdapterResources resources,
-                                               std::shared_ptr<HookFileStoring> store) {
-    auto writer = WriterInstaller::forHome(home, resources);
+                                               std::shared_ptr<HookFileStoring> store,
+                                               std::shared_ptr<WriterFiles> writerFiles) {
+    auto writer = WriterInstaller::forHome(home, resources, std::move(writerFiles));
     HookTemplateRenderer renderer{resources};
     VSCodeHookRegistrar registrar(home, store);
     return HookInstallManager(std::move(resources), std::move(writer), std::move(renderer), std::move(store),
@@ -69,7 +69,7 @@ HookInstallManager::State HookInstallManager::state(const HookTarget& target) co
                    ? State::installed()
                    : State::notInstalled();
     }
-    if (target.detectionPath && !existsAt(*target.detectionPath)) return State::agentMissing();
+    if (target.detectionPath && !m_store->fileExists(*target.detectionPath)) return State::agentMissing();
     if (!m_store->fileExists(target.configPath)) return State::notInstalled();
     auto document = m_store->readObject(target.configPath);
     if (!document) return State::unreadable(document.error());

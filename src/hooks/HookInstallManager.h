@@ -38,8 +38,10 @@ public:
                        VSCodeHookRegistrar vsCode);
 
     // The usual graph for one home folder: writer in <home>/.tovrin, the registrar over `store`.
+    // Without `writerFiles`, the writer is copied on this machine.
     static HookInstallManager forHome(const std::filesystem::path& home, AdapterResources resources,
-                                      std::shared_ptr<HookFileStoring> store);
+                                      std::shared_ptr<HookFileStoring> store,
+                                      std::shared_ptr<WriterFiles> writerFiles = nullptr);
 
     // Installs one target afresh. For `vscode` the result lists editors whose settings could
     // not be changed; the hook file is in place all the same.

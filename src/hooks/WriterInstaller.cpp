@@ -8,18 +8,18 @@ namespace tovrin {
 namespace fs = std::filesystem;
 namespace {
 
-std::string describe(const std::string& step, const std::error_code& error) {
-    return step + ": " + error.message();
-}
-
 bool isValidUtf8(std::string_view text) {
     return Utf8::sanitized(text) == text;
 }
 
 } // namespace
 
-WriterInstaller WriterInstaller::forHome(const fs::path& home, AdapterResources resources) {
-    return {home / ".tovrin" / "agent-status.sh", std::move(resources), home / ".tovrin" / ".writer-version"};
+WriterInstaller WriterInstaller::forHome(const fs::path& home, AdapterResources resources,
+                                         std::shared_ptr<WriterFiles> files) {
+    WriterInstaller installer{home / ".tovrin" / "agent-status.sh", std::move(resources),
+                              home / ".tovrin" / ".writer-version"};
+    if (files) installer.files = std::move(files);
+    return installer;
 }
 
 std::string WriterInstaller::currentAppVersion() {
@@ -29,11 +29,10 @@ std::string WriterInstaller::currentAppVersion() {
 }
 
 bool WriterInstaller::isStale(std::string_view appVersion) const {
-    std::error_code ignored;
-    if (!fs::exists(destination, ignored)) return true;
-    auto content = readWholeFile(stamp);
-    if (!content || !isValidUtf8(content.value())) return true;
-    return Utf8::trim(content.value(), Utf8::isWhitespace) != appVersion;
+    if (!files->exists(destination)) return true;
+    const auto content = files->read(stamp);
+    if (!content || !isValidUtf8(*content)) return true;
+    return Utf8::trim(*content, Utf8::isWhitespace) != appVersion;
 }
 
 Result<fs::path> WriterInstaller::ensureInstalled(std::string_view appVersion) const {
@@ -43,29 +42,22 @@ Result<fs::path> WriterInstaller::ensureInstalled(std::string_view appVersion) c
     if (!fs::exists(source, error)) return R::failure(AdapterResources::payloadMissingMessage());
     if (!isStale(appVersion)) return destination;
 
-    fs::create_directories(destination.parent_path(), error);
-    if (error) return R::failure(describe("Could not create " + destination.parent_path().string(), error));
-
     // Written beside the destination under a name of this process's own and renamed over it, so
     // that an agent running its hook now gets the old writer or the new one, whole, and installs
     // running side by side don't trip over each other's copies.
     auto content = readWholeFile(source);
     if (!content) return R::failure(content.error());
-    if (auto written = writeFileAtomically(destination, content.value(), 0755); !written)
+    if (auto written = files->replace(destination, content.value(), 0755); !written)
         return R::failure(written.error());
 
     // A stamp that is not written only makes the next install copy the writer again.
-    (void)writeFileAtomically(stamp, appVersion);
+    (void)files->replace(stamp, appVersion, 0644);
     return destination;
 }
 
 Result<void> WriterInstaller::removeInstalled() const {
-    std::error_code error;
-    fs::remove(stamp, error);
-    if (!existsAt(destination)) return {};
-    fs::remove(destination, error);
-    if (error) return Result<void>::failure(describe("Could not remove " + destination.string(), error));
-    return {};
+    (void)files->erase(stamp);
+    return files->erase(destination);
 }
 
 } // namespace tovrin

@@ -2,8 +2,10 @@
 
 #include "core/Result.h"
 #include "hooks/AdapterResources.h"
+#include "hooks/WriterFiles.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -15,8 +17,12 @@ struct WriterInstaller {
     std::filesystem::path destination; // <home>/.tovrin/agent-status.sh
     AdapterResources resources;
     std::filesystem::path stamp; // <home>/.tovrin/.writer-version: the version that copied it
+    // The home's disk; the payload is always read from this machine's.
+    std::shared_ptr<WriterFiles> files = std::make_shared<LocalWriterFiles>();
 
-    static WriterInstaller forHome(const std::filesystem::path& home, AdapterResources resources);
+    // Without `files`, the home is on this machine.
+    static WriterInstaller forHome(const std::filesystem::path& home, AdapterResources resources,
+                                   std::shared_ptr<WriterFiles> files = nullptr);
 
     // "<version> (<build number>)"; an empty part reads "0".
     static std::string currentAppVersion();

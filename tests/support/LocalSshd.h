@@ -16,6 +16,7 @@
 #include <string>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <vector>
 
 namespace tovrin::test {
 
@@ -36,8 +37,15 @@ public:
                exitStatusOf(spawnQuietly({"ssh", "-V"})) == 0;
     }
 
-    // `remoteStatusDir`: the status folder that commands run there see as $AGENT_STATUS_DIR (no blanks).
-    explicit LocalSshd(const std::string& remoteStatusDir = "") : m_port(freePort()) {
+    // `remoteStatusDir`: the status folder that commands run there see as $AGENT_STATUS_DIR;
+    // `remoteEnvironment`: more NAME=value settings for them, such as HOME (no blanks in either).
+    explicit LocalSshd(const std::string& remoteStatusDir = "",
+                       const std::vector<std::string>& remoteEnvironment = {})
+        : m_port(freePort()) {
+        std::string environment = "SHLVL=1";
+        if (!remoteStatusDir.empty()) environment += " AGENT_STATUS_DIR=" + remoteStatusDir;
+        for (const auto& setting : remoteEnvironment)
+            environment += " " + setting;
         const auto& d = m_dir.path();
         for (const char* key : {"host_key", "user_key"}) {
             if (exitStatusOf(spawnQuietly(
@@ -47,19 +55,19 @@ public:
         m_dir.write("authorized_keys", readText(d / "user_key.pub"));
         m_dir.write("known_hosts", std::string(host) + " " + readText(d / "host_key.pub"));
         const std::string port = std::to_string(m_port);
-        m_dir.write("sshd_config",
-                    "Port " + port + "\nListenAddress 127.0.0.1\nHostKey " + (d / "host_key").string() +
-                        "\nAuthorizedKeysFile " + (d / "authorized_keys").string() + "\nPidFile " +
-                        (d / "sshd.pid").string() +
-                        "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
-                        "KbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
-                        // It stands for many hosts at once: past 10 handshakes at a time, sshd
-                        // by default drops some new connections at random.
-                        "MaxStartups 100\n"
-                        // bash run by sshd reads ~/.bashrc unless nested; the tests
-                        // must not depend on what the user's startup files do.
-                        "SetEnv SHLVL=1" +
-                        (remoteStatusDir.empty() ? "" : " AGENT_STATUS_DIR=" + remoteStatusDir) + "\n");
+        m_dir.write("sshd_config", "Port " + port + "\nListenAddress 127.0.0.1\nHostKey " +
+                                       (d / "host_key").string() + "\nAuthorizedKeysFile " +
+                                       (d / "authorized_keys").string() + "\nPidFile " +
+                                       (d / "sshd.pid").string() +
+                                       "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
+                                       "KbdInteractiveAuthentication no\nPermitRootLogin prohibit-password\n"
+                                       // It stands for many hosts at once: past 10 handshakes at a
+                                       // time, sshd by default drops some new connections at random.
+                                       "MaxStartups 100\n"
+                                       // bash run by sshd reads ~/.bashrc unless nested; the tests
+                                       // must not depend on what the user's startup files do.
+                                       "SetEnv " +
+                                       environment + "\n");
         const passwd* user = ::getpwuid(::geteuid());
         m_dir.write("ssh_config",
                     std::string("Host ") + host + "\n  HostName 127.0.0.1\n  Port " + port + "\n  User " +

@@ -1,15 +1,22 @@
 #include "app/cli/HooksCommand.h"
 
 #include "app/InstalledHooks.h"
+#include "hooks/RemoteHookFileStore.h"
+#include "platform/linux/InstallationPaths.h"
+#include "platform/ssh/SshShell.h"
+#include "sessions/SshDestination.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <string>
 
 namespace tovrin {
 namespace {
 
-constexpr const char* usage = "Usage: tovrin hooks [install <id> | uninstall <id> | setup | remove-all]\n";
+constexpr const char* usage =
+    "Usage: tovrin hooks [install <id> [--host <destination>] | uninstall <id> [--host <destination>] |\n"
+    "                     setup | remove-all]\n";
 
 std::string stateWord(const HookInstallManager::State& state) {
     switch (state.kind) {
@@ -72,17 +79,79 @@ const HookSettingsViewModel::Row* rowNamed(const HookSettingsViewModel& model, c
     return it == rows.end() ? nullptr : &*it;
 }
 
+int failed(const std::string& why, int code = 1) {
+    std::fprintf(stderr, "tovrin hooks: %s\n", why.c_str());
+    return code;
+}
+
+// The same install as on this machine, with the files on the host: its home, its jq, its disk.
+int runOnHost(const std::string& action, const std::string& id, const std::string& host) {
+    if (auto problem = sshDestinationProblem(host)) return failed(*problem, 2);
+    const auto named = [&id](const HookTarget& target) { return target.id == id; };
+    const auto ids = HookTarget::all("/");
+    if (std::none_of(ids.begin(), ids.end(), named)) return failed("no target named \"" + id + "\"", 2);
+    // Its hook file is found through the settings of the editors on this machine.
+    if (id == HookInstallManager::vsCodeTargetId)
+        return failed("Copilot in VS Code is hooked through the editor's settings on this machine, not on " +
+                          host + ".",
+                      2);
+    const auto resources =
+        AdapterResources::locate(InstallationPaths::shareDir(), AdapterResources::processEnvironment());
+    if (!resources) return failed(AdapterResources::payloadMissingMessage());
+
+    auto store = std::make_shared<RemoteHookFileStore>(
+        std::make_shared<SshShell>(host, SshCommand::fromEnvironment()));
+    const bool installing = action == "install";
+    const auto home = store->home(installing);
+    if (!home) return failed(home.error());
+    const auto manager = HookInstallManager::forHome(home.value(), *resources, store, store);
+    const auto targets = HookTarget::all(home.value());
+    const auto& target = *std::find_if(targets.begin(), targets.end(), named);
+
+    Result<void> done;
+    if (installing) {
+        if (auto installed = manager.install(target); !installed)
+            done = Result<void>::failure(installed.error());
+    } else {
+        done = manager.uninstall(target);
+    }
+    if (done && store->unanswered()) done = Result<void>::failure(*store->unanswered());
+    if (!done) return failed(done.error());
+
+    std::string out = (installing ? "Installed the hooks of " + target.displayName + " on "
+                                  : "Removed the hooks of " + target.displayName + " from ") +
+                      host + ".\n";
+    if (installing) {
+        if (target.note) out += *target.note + "\n";
+        for (const auto& original : manager.originals(target))
+            out += "Your original is kept there as " + original.string() + ".\n";
+    }
+    std::fputs(out.c_str(), stdout);
+    return 0;
+}
+
 } // namespace
 
 int runHooksCommand(int argc, char** argv) {
-    const std::string action = argc >= 3 ? argv[2] : "";
-    const std::string id = argc >= 4 ? argv[3] : "";
+    std::vector<std::string> words(argv + std::min(argc, 2), argv + argc);
+    std::optional<std::string> host;
+    if (const auto flag = std::find(words.begin(), words.end(), "--host"); flag != words.end()) {
+        if (flag + 1 == words.end()) {
+            std::fputs(usage, stderr);
+            return 2;
+        }
+        host = *(flag + 1);
+        words.erase(flag, flag + 2);
+    }
+    const std::string action = words.empty() ? "" : words[0];
+    const std::string id = words.size() >= 2 ? words[1] : "";
     const bool needsId = action == "install" || action == "uninstall";
     if (!(action.empty() || needsId || action == "setup" || action == "remove-all") ||
-        (needsId != !id.empty()) || argc > (needsId ? 4 : 3)) {
+        (needsId != !id.empty()) || words.size() > (needsId ? 2u : 1u) || (host && !needsId)) {
         std::fputs(usage, stderr);
         return 2;
     }
+    if (host) return runOnHost(action, id, *host);
 
     const auto hooks = makeInstalledHookSettings();
     auto& model = *hooks;

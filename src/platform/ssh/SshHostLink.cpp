@@ -35,13 +35,8 @@ SshHostLink::~SshHostLink() {
 }
 
 std::vector<std::string> SshHostLink::sshArguments() const {
-    // Never a prompt; a dead connection noticed within a minute by ssh's own keep-alives.
-    std::vector<std::string> arguments = {"-T"};
-    for (const char* option :
-         {"BatchMode=yes", "ConnectTimeout=10", "ServerAliveInterval=15", "ServerAliveCountMax=3"})
-        arguments.insert(arguments.end(), {"-o", option});
-    arguments.insert(arguments.end(), m_ssh.options.begin(), m_ssh.options.end());
-    arguments.insert(arguments.end(), {m_destination, "sh", "-s", "--"});
+    auto arguments = m_ssh.remoteShell(m_destination);
+    arguments.push_back("--");
     // ssh hands the words to the remote user's shell as one line.
     if (!m_remoteFolder.empty()) arguments.push_back(HookTemplateRenderer::shellQuoted(m_remoteFolder));
     return arguments;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/MainLoop.h"
+#include "platform/ssh/SshCommand.h"
 #include "sessions/RemoteHostLinking.h"
 #include "sessions/RemoteStatusFrames.h"
 
@@ -14,13 +15,6 @@
 class QProcess;
 
 namespace tovrin {
-
-// How ssh is run: the program (found on the PATH unless a path) and options placed before ours,
-// such as "-F <config>".
-struct SshCommand {
-    std::string program = "ssh";
-    std::vector<std::string> options;
-};
 
 // One remote host's status folder, streamed through the user's own ssh: the remote shell runs
 // remote-status-stream.sh, sent as its input, so nothing is installed there. A broken or refused

@@ -36,7 +36,8 @@ int main(int argc, char** argv) {
     tovrin::DesktopApplication application(argc, argv);
     application.launch(); // the first pass runs inside
     const long long firstPass = nowNanoseconds();
-    if (launch) std::printf("first-pass-ms %.1f\n", static_cast<double>(firstPass - std::atoll(launch)) / 1e6);
+    if (launch)
+        std::printf("first-pass-ms %.1f\n", static_cast<double>(firstPass - std::atoll(launch)) / 1e6);
 
     application.shell().openPanel();
     QTimer::singleShot(3000, [] {

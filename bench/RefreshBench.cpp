@@ -1,6 +1,7 @@
 // One full refresh pass over a real status folder, against the floor of listing the folder and
 // reading every file whole without parsing. The pass should stay within twice the floor.
 
+#include "BenchStatusFile.h"
 #include "core/Clock.h"
 #include "core/Iso8601.h"
 #include "core/MainLoop.h"
@@ -28,8 +29,6 @@
 namespace tovrin {
 namespace {
 
-constexpr std::size_t kFileSize = 850;
-
 // The store needs a loop for its timers and posted passes; the bench calls refresh() itself.
 class IdleLoop final : public MainLoop {
 public:
@@ -38,37 +37,11 @@ public:
     TimerHandle once(Seconds, std::function<void()>) override { return TimerHandle{}; }
 };
 
-// A status file as a hook writes it mid-session, about kFileSize bytes, owned by a live process.
+// Tools and states in turn, the newest stamps spread over the last 40 seconds.
 std::string statusFile(int index, TimePoint now) {
     static const char* const tools[] = {"claude-code", "codex-cli", "cursor-cli", "copilot-cli"};
     static const char* const states[] = {"working", "waiting", "idle"};
-    const std::string id = "5f0c2a7e-91d4-4c3b-b8e6-" + std::to_string(100000000000 + index);
-    const std::string project = "/home/developer/src/project-" + std::to_string(index % 37);
-    const std::string pane = std::to_string(index % 50);
-    nlohmann::ordered_json json = {
-        {"schemaVersion", 1},
-        {"tool", tools[index % 4]},
-        {"surface", "cli"},
-        {"sessionId", id},
-        {"pid", static_cast<std::int64_t>(::getpid())},
-        {"state", states[index % 3]},
-        {"reason", ""},
-        {"transcriptPath", "/home/developer/.agent/projects/-home-developer-src-project/" + id + ".jsonl"},
-        {"cwd", project + "/packages/server"},
-        {"root", project},
-        {"title", "Refactor the session cache and add tests for the eviction path"},
-        {"locator", {{"termProgram", "kitty"}, {"tmuxPane", "%" + pane}, {"tty", "/dev/pts/7"}}},
-        {"startedAt", formatIso8601(addSeconds(now, -3600))},
-        {"updatedAt", formatIso8601(addSeconds(now, -(index % 40)))},
-    };
-    // Fill the reason up to the file's size; plain ASCII, so each character adds one byte.
-    const std::string phrase = "Permission needed to run: npm test -- --watch=false. ";
-    const std::size_t base = json.dump(2).size();
-    std::string reason;
-    while (base + reason.size() < kFileSize)
-        reason += phrase[reason.size() % phrase.size()];
-    json["reason"] = reason;
-    return json.dump(2);
+    return bench::statusFile(index, tools[index % 4], states[index % 3], addSeconds(now, -(index % 40)));
 }
 
 // A temporary status folder with `count` files, removed at destruction.

@@ -6,6 +6,7 @@
 // Both cases start from the same folder contents and the same store; the local folder is empty
 // in the remote case.
 
+#include "BenchStatusFile.h"
 #include "core/Iso8601.h"
 #include "core/PreferencesStore.h"
 #include "hooks/AdapterResources.h"
@@ -43,7 +44,6 @@ constexpr int kHosts = 10;
 constexpr int kSessionsPerHost = 100;
 constexpr int kSessions = kHosts * kSessionsPerHost;
 constexpr int kWrites = 30;
-constexpr std::size_t kFileSize = 850;
 constexpr double kDebounce = 0.2;
 
 // Notes when it is first told of new waiting sessions, and wakes the waiting event loop.
@@ -62,35 +62,8 @@ public:
     std::function<void()> wake;
 };
 
-// A status file as a hook writes it mid-session, about kFileSize bytes, owned by this process.
 std::string statusFile(int index, const char* state) {
-    const auto now = std::chrono::system_clock::now();
-    const std::string id = "5f0c2a7e-91d4-4c3b-b8e6-" + std::to_string(100000000000 + index);
-    const std::string project = "/home/developer/src/project-" + std::to_string(index % 37);
-    const std::string pane = std::to_string(index % 50);
-    nlohmann::ordered_json json = {
-        {"schemaVersion", 1},
-        {"tool", "claude-code"},
-        {"surface", "cli"},
-        {"sessionId", id},
-        {"pid", static_cast<std::int64_t>(::getpid())},
-        {"state", state},
-        {"reason", ""},
-        {"transcriptPath", "/home/developer/.agent/projects/-home-developer-src-project/" + id + ".jsonl"},
-        {"cwd", project + "/packages/server"},
-        {"root", project},
-        {"title", "Refactor the session cache and add tests for the eviction path"},
-        {"locator", {{"termProgram", "kitty"}, {"tmuxPane", "%" + pane}}},
-        {"startedAt", formatIso8601(addSeconds(now, -3600))},
-        {"updatedAt", formatIso8601(now)},
-    };
-    const std::string phrase = "Permission needed to run: npm test -- --watch=false. ";
-    const std::size_t base = json.dump(2).size();
-    std::string reason;
-    while (base + reason.size() < kFileSize)
-        reason += phrase[reason.size() % phrase.size()];
-    json["reason"] = reason;
-    return json.dump(2);
+    return bench::statusFile(index, "claude-code", state, std::chrono::system_clock::now());
 }
 
 std::string fileName(int index) {

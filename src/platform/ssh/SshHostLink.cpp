@@ -27,11 +27,11 @@ SshHostLink::~SshHostLink() {
     m_retry.cancel();
     if (!m_process) return;
     m_process->disconnect();
-    if (m_process->state() == QProcess::NotRunning) return;
-    // Its destructor would wait for the end of a running ssh; this leaves the reaping to the loop.
-    auto* process = m_process.release();
-    QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    process->kill();
+    // Killed, ssh ends at once: the wait is for its exit status, not for the connection.
+    if (m_process->state() != QProcess::NotRunning) {
+        m_process->kill();
+        m_process->waitForFinished(1000);
+    }
 }
 
 std::vector<std::string> SshHostLink::sshArguments() const {
@@ -130,7 +130,8 @@ void SshHostLink::received(RemoteSnapshot snapshot) {
 void SshHostLink::ended(const std::string& fallback) {
     if (m_process) {
         m_process->disconnect();
-        m_process.release()->deleteLater(); // this may run inside one of its signals
+        // Kept until the next connection or the end: this may run inside one of its signals.
+        m_ended = std::move(m_process);
     }
     m_frames.reset();
 

@@ -57,6 +57,7 @@ private:
 
     QObject m_context; // signal connections die with the link
     std::unique_ptr<QProcess> m_process;
+    std::unique_ptr<QProcess> m_ended; // the last connection's ssh, finished
     std::unique_ptr<RemoteStatusFrames> m_frames;
     bool m_delivered = false;    // by the current connection
     std::string m_refusal;       // why the current connection's stream was refused

@@ -29,6 +29,8 @@ tovrin_stream() {
         mkdir "$work" || exit 1
     }
     copy=$work/copy
+    frames=$work/frames
+    mkdir "$frames" || exit 1
     stamp=$work/stamp
     waiter=
     watcher=
@@ -72,10 +74,13 @@ changed_since_stamp() {
 }
 
 # Prints the snapshot, leaving the pids its files name in $pids and those sent as alive in
-# $sent_alive; fails when the output is gone.
+# $sent_alive; fails when the output is gone. A file is framed again only when its inode, size or
+# time changed (the status writer renames a new file into place on every update, so each update has
+# a new inode); the others are sent from their frames, all with one cat.
 send_snapshot() {
     pids=
     count=0
+    set --
     if [ -d "$dir" ]; then
         for path in "$dir"/*.json; do
             [ "$count" -lt "$max_files" ] || break
@@ -84,25 +89,58 @@ send_snapshot() {
             case $name in
             .* | *"$newline"*) continue ;;
             esac
-            size=$(wc -c <"$path" 2>/dev/null) || continue
-            [ "$size" -le "$max_size" ] || continue
-            # Counted and printed from a private copy: a file replaced meanwhile can't break the frame.
-            cp "$path" "$copy" 2>/dev/null || continue
-            size=$(wc -c <"$copy")
-            size=$((size + 0))
-            [ "$size" -le "$max_size" ] || continue
-            printf 'F %s %s\n' "$size" "$name" || return 1
-            cat "$copy" || return 1
-            printf '\n' || return 1
+            key=$(ls -lnid -- "$path" 2>/dev/null) || continue
+            # shellcheck disable=SC2086 # split on purpose: the listing's fields
+            size_listed $key
+            [ "$listed" -le "$max_size" ] 2>/dev/null || continue
+            cached=
+            [ -f "$frames/$name.key" ] && read -r cached <"$frames/$name.key"
+            if [ "$key" != "$cached" ]; then
+                frame_file "$path" "$frames/$name" || continue
+                printf '%s\n' "$key" >"$frames/$name.key"
+            fi
+            [ -f "$frames/$name.frame" ] || continue
+            set -- "$@" "$frames/$name.frame"
             count=$((count + 1))
-            pids="$pids $(sed -n 's/.*"pid"[[:space:]]*:[[:space:]]*\([0-9][0-9]*\).*/\1/p' "$copy" | head -n 4)"
+            file_pids=
+            [ -s "$frames/$name.pids" ] && read -r file_pids <"$frames/$name.pids"
+            pids="$pids $file_pids"
         done
     fi
+    if [ "$#" -gt 0 ]; then cat -- "$@" || return 1; fi
+    forget_gone_files
     # shellcheck disable=SC2086 # split on purpose: numbers only
     sent_alive=$(alive_of $pids)
     line=
     for pid in $sent_alive; do line="$line $pid"; done
     printf 'P%s\nE\n' "$line"
+}
+
+# The size field of an `ls -lnid` line given as words: inode, mode, links, owner, group, size.
+size_listed() {
+    listed=${6:-}
+}
+
+# Frames of files long gone are dropped all at once when they outnumber the cap twice over.
+forget_gone_files() {
+    kept=0
+    for known in "$frames"/*.key; do
+        [ -e "$known" ] && kept=$((kept + 1))
+    done
+    [ "$kept" -le $((max_files * 2)) ] || rm -f "$frames"/*
+}
+
+# Frames one file into <base>.frame from a private copy (a file replaced meanwhile can't break the
+# frame), with the pids it names in <base>.pids; leaves no frame for a file over the size cap.
+frame_file() {
+    rm -f "$2.frame" "$2.pids"
+    cp "$1" "$copy" 2>/dev/null || return 1
+    size=$(wc -c <"$copy")
+    size=$((size + 0))
+    [ "$size" -le "$max_size" ] || return 0
+    { printf 'F %s %s\n' "$size" "${2##*/}" && cat "$copy" && printf '\n'; } >"$2.frame" || return 1
+    sed -n '/"pid"[[:space:]]*:[[:space:]]*[0-9]/{s/.*"pid"[[:space:]]*:[[:space:]]*\([0-9][0-9]*\).*/\1/p;q;}' \
+        "$copy" >"$2.pids"
 }
 
 # The given pids that run here, one per line, sorted.

@@ -96,6 +96,13 @@ TEST_F(SshHostLinkTest, FollowsTheRemoteFolderFromBeforeItExistsWithTheLivenessO
     test::exitStatusOf(sleeper);
     ASSERT_TRUE(pumpUntil([&] { return observer.seen == RemoteSnapshot{files, {self}}; }, 10s));
 
+    // Rewritten as the status writer does, renamed into place, even at the same size.
+    auto waiting = files.at("dead.json");
+    waiting.replace(waiting.find("working"), 7, "waiting");
+    remote.write("it's remote/next.tmp", waiting);
+    fs::rename(folder / "next.tmp", folder / "dead.json");
+    ASSERT_TRUE(pumpUntil([&] { return observer.seen.files["dead.json"] == waiting; }, 10s));
+
     fs::remove(folder / "self.json");
     ASSERT_TRUE(pumpUntil([&] { return observer.seen.files.size() == 2; }, 10s));
     EXPECT_EQ(link->state(), State::connected);

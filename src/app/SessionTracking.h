@@ -4,7 +4,7 @@
 #include "core/JsonFileDefaultsStore.h"
 #include "core/MainLoop.h"
 #include "core/PreferencesStore.h"
-#include "platform/ssh/SshCommand.h"
+#include "sessions/SshCommand.h"
 #include "sessions/CombinedSessionReader.h"
 #include "sessions/SessionFileReader.h"
 #include "sessions/SessionStore.h"

@@ -1,7 +1,7 @@
 #include "focus/TerminalFocuser.h"
 
 #include "hooks/HookTemplateRenderer.h"
-#include "sessions/SshDestination.h"
+#include "sessions/SshCommand.h"
 
 namespace tovrin {
 namespace {
@@ -44,8 +44,9 @@ bool TerminalFocuser::focusRemote(const std::string& host, const std::optional<s
     if (given(tmuxPane)) {
         // The pane id comes from the host's own file: quoted, it can only name a pane there.
         const std::string pane = HookTemplateRenderer::shellQuoted(*tmuxPane);
-        m_shell.run(sshProgram(), {"-T", "-o", "BatchMode=yes", "-o", "ConnectTimeout=10", host,
-                                   "tmux select-pane -t " + pane + " \\; select-window -t " + pane});
+        const auto ssh = SshCommand::fromEnvironment();
+        m_shell.run(ssh.program,
+                    ssh.remoteCommand(host, "tmux select-pane -t " + pane + " \\; select-window -t " + pane));
     }
     m_tmuxHost.raiseWindowOfAny(m_sshClients(host));
     return true;

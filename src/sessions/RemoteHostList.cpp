@@ -1,6 +1,6 @@
 #include "sessions/RemoteHostList.h"
 
-#include "sessions/SshDestination.h"
+#include "sessions/SshCommand.h"
 
 #include <algorithm>
 

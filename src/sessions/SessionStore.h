@@ -44,7 +44,7 @@ public:
     // Newest `updatedAt` first. Observers hear every assignment, also of an equal value.
     Property<std::vector<AgentSession>> sessions;
     Property<AggregateStatus> aggregate;
-    // Assigned on every pass, before the list.
+    // Assigned when it changes, in the pass and before the list.
     Property<std::vector<UnreachableHost>> unreachableHosts;
 
     // Starts the watcher, the tick, the reminder and the settings subscription, then runs the

@@ -4,7 +4,7 @@
 #include "hooks/RemoteHookFileStore.h"
 #include "platform/linux/InstallationPaths.h"
 #include "platform/ssh/SshShell.h"
-#include "sessions/SshDestination.h"
+#include "sessions/SshCommand.h"
 
 #include <algorithm>
 #include <cstdio>

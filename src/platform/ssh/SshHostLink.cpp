@@ -2,7 +2,7 @@
 
 #include "core/AsciiText.h"
 #include "hooks/HookTemplateRenderer.h"
-#include "sessions/SshDestination.h"
+#include "sessions/SshCommand.h"
 
 #include <QProcess>
 #include <QStringList>
@@ -56,9 +56,12 @@ void SshHostLink::start(std::function<void()> onChange) {
 }
 
 void SshHostLink::connect() {
-    std::ifstream file(m_script, std::ios::binary);
-    const std::string script{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file || script.empty()) {
+    // Read once: every reconnection sends the same script.
+    if (m_scriptText.empty()) {
+        std::ifstream file(m_script, std::ios::binary);
+        m_scriptText.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    }
+    if (m_scriptText.empty()) {
         ended("the remote stream script is missing: " + m_script.string());
         return;
     }
@@ -74,9 +77,9 @@ void SshHostLink::connect() {
         arguments << QString::fromStdString(argument);
     m_process = std::make_unique<QProcess>();
     auto* process = m_process.get();
-    QObject::connect(process, &QProcess::started, &m_context, [process, script] {
+    QObject::connect(process, &QProcess::started, &m_context, [this, process] {
         // The input stays open: its end is how the remote side learns that the link is gone.
-        process->write(script.data(), static_cast<qint64>(script.size()));
+        process->write(m_scriptText.data(), static_cast<qint64>(m_scriptText.size()));
     });
     QObject::connect(process, &QProcess::readyReadStandardOutput, &m_context, [this] { readOutput(); });
     QObject::connect(process, &QProcess::readyReadStandardError, &m_context, [this] { readErrors(); });

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/MainLoop.h"
-#include "platform/ssh/SshCommand.h"
 #include "sessions/RemoteHostLinking.h"
 #include "sessions/RemoteStatusFrames.h"
+#include "sessions/SshCommand.h"
 
 #include <QObject>
 #include <filesystem>
@@ -47,6 +47,7 @@ private:
     std::string m_destination;
     std::string m_remoteFolder;
     std::filesystem::path m_script;
+    std::string m_scriptText;
     SshCommand m_ssh;
     std::function<void()> m_onChange;
 

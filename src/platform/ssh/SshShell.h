@@ -1,7 +1,7 @@
 #pragma once
 
 #include "hooks/RemoteShell.h"
-#include "platform/ssh/SshCommand.h"
+#include "sessions/SshCommand.h"
 
 #include <string>
 

@@ -27,6 +27,7 @@ HostsSection::HostsSection(PreferencesStore& preferences, QWidget* parent)
     m_hostRows = new QWidget(this);
     m_hostRowsLayout = new QVBoxLayout(m_hostRows);
     m_hostRowsLayout->setContentsMargins(0, 0, 0, 0);
+    m_hostRows->hide();
     addRow(m_hostRows);
 
     m_destination = new QLineEdit(this);
@@ -66,7 +67,10 @@ void HostsSection::add() {
 }
 
 void HostsSection::refresh() {
+    // Any setting calls here; rows are made again only when the hosts changed.
     const auto& hosts = m_preferences.remoteHosts();
+    if (hosts == m_shownHosts) return;
+    m_shownHosts = hosts;
     // Later: a row's own button may be what is being pressed.
     for (QPushButton* button : m_removeButtons)
         button->parentWidget()->deleteLater();

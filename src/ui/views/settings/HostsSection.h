@@ -2,6 +2,7 @@
 
 #include "ui/views/settings/SettingsGroup.h"
 
+#include <string>
 #include <vector>
 
 class QLabel;
@@ -31,6 +32,7 @@ private:
     PreferencesStore& m_preferences;
     QWidget* m_hostRows;
     QVBoxLayout* m_hostRowsLayout;
+    std::vector<std::string> m_shownHosts;
     std::vector<QPushButton*> m_removeButtons;
     QLineEdit* m_destination;
     QPushButton* m_add;
